@@ -1,0 +1,11 @@
+# Cups::Cups, the printing system's own library. It brings no pkg-config file, and the module that CMake
+# ships is named for another spelling of the target in older releases: so the two paths are looked up here.
+find_path(CUPS_INCLUDE_DIR cups/cups.h)
+find_library(CUPS_LIBRARY cups)
+include(FindPackageHandleStandardArgs)
+find_package_handle_standard_args(Cups REQUIRED_VARS CUPS_LIBRARY CUPS_INCLUDE_DIR)
+if(Cups_FOUND AND NOT TARGET Cups::Cups)
+  add_library(Cups::Cups UNKNOWN IMPORTED)
+  set_target_properties(Cups::Cups PROPERTIES
+    IMPORTED_LOCATION ${CUPS_LIBRARY} INTERFACE_INCLUDE_DIRECTORIES ${CUPS_INCLUDE_DIR})
+endif()
