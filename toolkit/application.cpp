@@ -1,0 +1,7 @@
+#include "toolkit/application.h"
+
+namespace toolkit {
+
+Application::~Application() = default;
+
+} // namespace toolkit

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "toolkit/export.h"
+#include "toolkit/value.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+namespace toolkit {
+
+/// JSON and values, in both directions. A whole JSON number is an integer, any other a real; integers beyond 64 bits
+/// are reals.
+CV_TOOLKIT_EXPORT Value valueFromJson(const nlohmann::json& json);
+CV_TOOLKIT_EXPORT nlohmann::json jsonFromValue(const Value& value);
+
+} // namespace toolkit

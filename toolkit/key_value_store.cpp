@@ -1,0 +1,26 @@
+#include "toolkit/key_value_store.h"
+
+#include <algorithm>
+
+namespace toolkit {
+
+void KeyValueStore::setValueForKey(Value value, std::string_view key) {
+    const std::string name(key); // the caller's text may live in an entry that an observer rewrites
+    if (value.isAbsent())
+        entries_.erase(name);
+    else
+        entries_.insert_or_assign(name, std::move(value));
+    for (StoreObserver* observer : std::vector(observers_)) // a copy: any of them may leave meanwhile
+        if (std::ranges::find(observers_, observer) != observers_.end())
+            observer->storeDidWrite(*this, name);
+}
+
+void KeyValueStore::addObserver(StoreObserver& observer) {
+    observers_.push_back(&observer);
+}
+
+void KeyValueStore::removeObserver(StoreObserver& observer) {
+    std::erase(observers_, &observer);
+}
+
+} // namespace toolkit

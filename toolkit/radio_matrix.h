@@ -1,0 +1,44 @@
+#pragma once
+
+#include "toolkit/view.h"
+
+#include <optional>
+#include <vector>
+
+namespace toolkit {
+
+/// One column of radio cells of which one is selected. Starts with its first row selected.
+class CV_TOOLKIT_EXPORT RadioMatrix : public Control {
+public:
+    struct Cell {
+        std::string title;
+        std::optional<std::string> keyword; ///< the choice that it represents
+    };
+
+    /// A matrix of so many empty cells, at least one.
+    RadioMatrix(std::string name, int rows);
+    ~RadioMatrix() override;
+
+    [[nodiscard]] const std::vector<Cell>& cells() const { return cells_; }
+    void addRow();
+    /// Does nothing where there is no such row. When the selected row is removed, the first one left is selected.
+    void removeRow(int row);
+    void setCell(int row, Cell cell);
+
+    [[nodiscard]] int selectedRow() const { return selectedRow_; }
+    [[nodiscard]] const Cell* selectedCell() const;
+    /// By program: no action runs. A row outside the matrix selects nothing.
+    void selectRow(int row);
+    /// By program; the first such cell. Answers false, and changes nothing, where no cell represents the keyword.
+    bool selectCellWithKeyword(std::string_view keyword);
+    /// -1 where no cell represents this keyword.
+    [[nodiscard]] int rowWithKeyword(std::string_view keyword) const;
+    /// By the user: the same change, then the action, once.
+    void userSelectedRow(int row);
+
+private:
+    std::vector<Cell> cells_;
+    int selectedRow_ = 0;
+};
+
+} // namespace toolkit
