@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace printing {
+
+/// A text of a PPD as it can be shown: control characters and broken UTF-8 are taken out, and a character that libcups
+/// cut off at its limit of 80 bytes goes with the rest.
+std::string cleanText(std::string_view text);
+
+} // namespace printing

@@ -1,0 +1,486 @@
+#include "printing/printer_description.h"
+
+#include "printing/constraints.h"
+#include "printing/ppd_texts.h"
+
+#include <cups/ppd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <fcntl.h>
+#include <sstream>
+#include <string.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <unordered_map>
+
+namespace printing {
+namespace {
+
+struct ClosePpd {
+    void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
+};
+using PpdHandle = std::unique_ptr<ppd_file_t, ClosePpd>;
+
+struct CloseDescriptor {
+    explicit CloseDescriptor(int number) : number(number) {}
+    CloseDescriptor(const CloseDescriptor&) = delete;
+    CloseDescriptor& operator=(const CloseDescriptor&) = delete;
+    ~CloseDescriptor() {
+        if (number >= 0)
+            ::close(number);
+    }
+    int number;
+};
+
+std::string systemError() {
+    char text[256];
+    return strerror_r(errno, text, sizeof text);
+}
+
+bool readAll(int descriptor, std::string& text) {
+    char block[1 << 16];
+    while (true) {
+        const ssize_t count = ::read(descriptor, block, sizeof block);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return false;
+        if (count == 0)
+            return true;
+        text.append(block, static_cast<std::size_t>(count));
+        if (text.size() > PrinterDescription::kLargestFile)
+            return true;
+    }
+}
+
+// A text for libcups to read from the start.
+int memoryFile(std::string_view text) {
+    const int descriptor = memfd_create("ppd", MFD_CLOEXEC);
+    while (descriptor >= 0 && !text.empty()) {
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        if (written <= 0) {
+            ::close(descriptor);
+            return -1;
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    if (descriptor >= 0)
+        ::lseek(descriptor, 0, SEEK_SET);
+    return descriptor;
+}
+
+// The lines of a PPD's text, without their ends.
+template <typename Visit>
+void forEachLine(std::string_view text, Visit visit) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        visit(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+// The option that the text opens and never closes: a file that was cut off in the middle still opens in libcups.
+std::string unclosedOption(std::string_view text) {
+    std::string open;
+    forEachLine(text, [&](std::string_view line) {
+        for (const std::string_view keyword : {"*OpenUI", "*JCLOpenUI"})
+            if (line.starts_with(keyword)) {
+                const std::size_t star = std::min(line.find('*', keyword.size()), line.size());
+                const std::size_t end = std::min(line.find_first_of("/:", star), line.size());
+                open = star == line.size() ? std::string(keyword) : std::string(line.substr(star, end - star));
+            }
+        if (line.starts_with("*CloseUI") || line.starts_with("*JCLCloseUI"))
+            open.clear();
+    });
+    return open;
+}
+
+// The first of the wanted languages that the PPD has translations for; empty for the PPD's own texts.
+std::string translationLanguage(std::string_view text, const std::vector<std::string>& wanted) {
+    std::vector<std::string> available;
+    forEachLine(text, [&](std::string_view line) {
+        constexpr std::string_view kKeyword = "*cupsLanguages:";
+        if (!line.starts_with(kKeyword))
+            return;
+        std::string list(line.substr(kKeyword.size()));
+        std::ranges::replace(list, '"', ' ');
+        std::istringstream stream(list);
+        for (std::string language; stream >> language;)
+            available.push_back(language);
+    });
+    const auto code = [](const std::string& language) { return language.substr(0, language.find_first_of("_-")); };
+    for (const std::string& language : wanted) {
+        const auto found =
+            std::ranges::find_if(available, [&](const std::string& each) { return code(each) == code(language); });
+        if (code(language) == "en")
+            return {};
+        if (found != available.end())
+            return *found;
+    }
+    return {};
+}
+
+constexpr std::string_view kTranslatedPrefix = "Translated.";
+
+// libcups keeps the translations into the process's own language alone, which need not be the session's: the session's
+// get a prefix that it takes for ordinary attributes.
+std::string withTranslationsKept(std::string_view text, const std::string& language) {
+    std::string kept;
+    kept.reserve(text.size());
+    const std::string prefix = "*" + language + ".";
+    std::size_t at = 0;
+    while (at < text.size()) {
+        if (text.substr(at).starts_with(prefix)) {
+            kept += '*';
+            kept += kTranslatedPrefix;
+            at += prefix.size();
+        }
+        const std::size_t end = std::min(text.find_first_of("\r\n", at), text.size() - 1);
+        kept += text.substr(at, end + 1 - at);
+        at = end + 1;
+    }
+    return kept;
+}
+
+// The PPD's translations that were kept: "*Translated.Translation Option/text" and "*Translated.Option Choice/text".
+class Translations {
+public:
+    explicit Translations(ppd_file_t* ppd) : ppd_(ppd) {}
+
+    [[nodiscard]] std::string optionText(const char* option, const char* own) const {
+        return text("Translation", option, own);
+    }
+    [[nodiscard]] std::string choiceText(const char* option, const char* choice, const char* own) const {
+        return text(option, choice, own);
+    }
+
+private:
+    [[nodiscard]] std::string text(const char* keyword, const char* specifier, const char* own) const {
+        const std::string name = std::string(kTranslatedPrefix) + keyword;
+        if (const ppd_attr_t* attribute = ppdFindAttr(ppd_, name.c_str(), specifier))
+            if (std::string translated = cleanText(attribute->text); !translated.empty())
+                return translated;
+        return cleanText(own);
+    }
+
+    ppd_file_t* ppd_;
+};
+
+std::optional<std::string> textOrNone(const char* text) {
+    return text == nullptr ? std::nullopt : std::optional(cleanText(text));
+}
+
+constexpr std::string_view kPageSizeOption = "PageSize", kPageRegionOption = "PageRegion";
+constexpr std::string_view kCustomPrefix = "Custom.", kCustomChoice = "Custom";
+
+// The size in points that "Custom.WxH" (points, or with a unit in, ft, cm, mm or m) names.
+std::optional<std::pair<double, double>> customSize(std::string_view choice) {
+    if (!choice.starts_with(kCustomPrefix))
+        return std::nullopt;
+    std::istringstream stream{std::string(choice.substr(kCustomPrefix.size()))};
+    stream.imbue(std::locale::classic());
+    double width = 0, height = 0;
+    char times = 0;
+    std::string unit;
+    stream >> width >> times >> height;
+    if (!stream || times != 'x' || !std::isfinite(width) || !std::isfinite(height))
+        return std::nullopt;
+    stream >> unit;
+    constexpr std::pair<std::string_view, double> kUnits[] = {
+        {"", 1}, {"pt", 1}, {"in", 72}, {"ft", 864}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"m", 7200 / 2.54}};
+    for (const auto& [name, points] : kUnits)
+        if (unit == name)
+            return std::pair(width * points, height * points);
+    return std::nullopt;
+}
+
+} // namespace
+
+const Choice* Option::choice(std::string_view wanted) const {
+    const auto found = std::ranges::find(choices, wanted, &Choice::keyword);
+    return found == choices.end() ? nullptr : &*found;
+}
+
+// The libcups record and what is read from it once.
+struct PrinterDescription::Record {
+    PpdHandle ppd;
+    std::vector<Option> options;
+    std::unordered_map<std::string_view, std::size_t> optionsByKeyword; // keys are the options' own keywords
+    std::unordered_map<std::string_view, ppd_option_t*> ppdOptions;
+    ConstraintTable constraints;
+    std::string customPageSize; // libcups keeps only "Custom"
+
+    [[nodiscard]] ppd_option_t* ppdOption(std::string_view keyword) const {
+        const auto found = ppdOptions.find(keyword);
+        return found == ppdOptions.end() ? nullptr : found->second;
+    }
+
+    [[nodiscard]] std::optional<std::string> markedChoice(std::string_view keyword) const {
+        const ppd_option_t* option = ppdOption(keyword);
+        if (option == nullptr)
+            return std::nullopt;
+        const ppd_choice_t* choice = ppdFindMarkedChoice(ppd.get(), option->keyword);
+        if (choice == nullptr)
+            return std::nullopt;
+        if (keyword == kPageSizeOption && kCustomChoice == choice->choice && !customPageSize.empty())
+            return customPageSize;
+        return std::string(choice->choice);
+    }
+
+    void readOptions() {
+        const Translations translations(ppd.get());
+        std::vector<ppd_option_t*> found;
+        for (int group = 0; group < ppd->num_groups; ++group)
+            collect(ppd->groups[group], found);
+        options.reserve(found.size());
+        for (ppd_option_t* option : found) {
+            Option& own = options.emplace_back();
+            own.keyword = option->keyword;
+            own.text = translations.optionText(option->keyword, option->text);
+            own.defaultChoice = option->defchoice;
+            own.choices.reserve(static_cast<std::size_t>(option->num_choices));
+            for (int index = 0; index < option->num_choices; ++index) {
+                const ppd_choice_t& choice = option->choices[index];
+                own.choices.push_back(
+                    {choice.choice, translations.choiceText(option->keyword, choice.choice, choice.text)});
+            }
+        }
+        for (std::size_t index = 0; index < options.size(); ++index) {
+            optionsByKeyword.emplace(options[index].keyword, index);
+            ppdOptions.emplace(options[index].keyword, found[index]);
+        }
+    }
+
+    static void collect(ppd_group_t& group, std::vector<ppd_option_t*>& found) {
+        for (int index = 0; index < group.num_options; ++index)
+            found.push_back(&group.options[index]);
+        for (int index = 0; index < group.num_subgroups; ++index)
+            collect(group.subgroups[index], found);
+    }
+
+    void readConstraints() {
+        for (int index = 0; index < ppd->num_consts; ++index) {
+            const ppd_const_t& constraint = ppd->consts[index];
+            constraints.add({{constraint.option1, constraint.choice1}, {constraint.option2, constraint.choice2}});
+        }
+        for (const ppd_attr_t* attribute = ppdFindAttr(ppd.get(), "cupsUIConstraints", nullptr); attribute != nullptr;
+             attribute = ppdFindNextAttr(ppd.get(), "cupsUIConstraints", nullptr)) {
+            ConstraintTable::Constraint terms; // "*Option Choice *Option Choice ..."
+            std::istringstream stream(attribute->value == nullptr ? "" : attribute->value);
+            for (std::string word; stream >> word;) {
+                if (word.starts_with('*'))
+                    terms.push_back({word.substr(1), ""});
+                else if (!terms.empty())
+                    terms.back().choice = word;
+            }
+            constraints.add(std::move(terms));
+        }
+    }
+};
+
+PrinterDescription::PrinterDescription() : record_(std::make_unique<Record>()) {}
+PrinterDescription::~PrinterDescription() = default;
+
+std::unique_ptr<PrinterDescription>
+PrinterDescription::openFile(const std::string& path, const std::vector<std::string>& languages, std::string& error) {
+    const std::string what = "The PPD \"" + cleanText(path) + "\" cannot be used: ";
+    // Not blocking: a FIFO must not hold us up before we know that it is one.
+    const CloseDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat status {};
+    if (file.number < 0 || ::fstat(file.number, &status) != 0) {
+        error = what + systemError() + ".";
+        return nullptr;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        error = what + (S_ISDIR(status.st_mode) ? "it is a folder." : "it is not a regular file.");
+        return nullptr;
+    }
+    if (static_cast<std::uint64_t>(status.st_size) > kLargestFile) {
+        error = what + "it is larger than 4 MB.";
+        return nullptr;
+    }
+    std::string text;
+    if (!readAll(file.number, text)) {
+        error = what + systemError() + ".";
+        return nullptr;
+    }
+    auto description = openText(text, languages, error);
+    if (description == nullptr)
+        error = what + error;
+    return description;
+}
+
+std::unique_ptr<PrinterDescription>
+PrinterDescription::openText(std::string_view text, const std::vector<std::string>& languages, std::string& error) {
+    if (text.size() > kLargestFile) {
+        error = "it is larger than 4 MB.";
+        return nullptr;
+    }
+    const std::string language = translationLanguage(text, languages);
+    const int descriptor = memoryFile(language.empty() ? text : withTranslationsKept(text, language));
+    if (descriptor < 0) {
+        error = systemError() + ".";
+        return nullptr;
+    }
+    auto description = std::make_unique<PrinterDescription>();
+    Record& record = *description->record_;
+    record.ppd.reset(ppdOpenFd(descriptor)); // closes the descriptor
+    if (record.ppd == nullptr) {
+        int line = 0;
+        const ppd_status_t status = ppdLastError(&line);
+        error = std::string(ppdErrorString(status)) + " (line " + std::to_string(line) + ").";
+        return nullptr;
+    }
+    record.readOptions();
+    if (record.options.empty()) {
+        error = "it has no options; it may have been cut off, or be no PPD.";
+        return nullptr;
+    }
+    if (const std::string open = unclosedOption(text); !open.empty()) {
+        error = "it was cut off: the option " + cleanText(open) + " is never closed.";
+        return nullptr;
+    }
+    record.readConstraints();
+    return description;
+}
+
+const Option* PrinterDescription::option(std::string_view keyword) const {
+    const auto found = record_->optionsByKeyword.find(keyword);
+    return found == record_->optionsByKeyword.end() ? nullptr : &record_->options[found->second];
+}
+
+const std::vector<Option>& PrinterDescription::options() const {
+    return record_->options;
+}
+
+std::optional<std::string> PrinterDescription::markedChoice(std::string_view option) const {
+    return record_->markedChoice(option);
+}
+
+bool PrinterDescription::isDefaultMarked(const Option& option) const {
+    return record_->ppd != nullptr &&
+           ppdIsMarked(record_->ppd.get(), option.keyword.c_str(), option.defaultChoice.c_str()) != 0;
+}
+
+bool PrinterDescription::hasAttribute(std::string_view name) const {
+    return record_->ppd != nullptr && ppdFindAttr(record_->ppd.get(), std::string(name).c_str(), nullptr) != nullptr;
+}
+
+int PrinterDescription::modelNumber() const {
+    return record_->ppd == nullptr ? 0 : record_->ppd->model_number;
+}
+
+std::optional<std::string> PrinterDescription::modelName() const {
+    return record_->ppd == nullptr ? std::nullopt : textOrNone(record_->ppd->modelname);
+}
+
+std::optional<std::string> PrinterDescription::shortNickname() const {
+    return record_->ppd == nullptr ? std::nullopt : textOrNone(record_->ppd->shortnickname);
+}
+
+CustomSizeLimits PrinterDescription::customSizeLimits() const {
+    if (record_->ppd == nullptr)
+        return {};
+    const ppd_file_t& ppd = *record_->ppd;
+    return {.minWidth = ppd.custom_min[0],
+            .minHeight = ppd.custom_min[1],
+            .maxWidth = ppd.custom_max[0],
+            .maxHeight = ppd.custom_max[1]};
+}
+
+bool PrinterDescription::allowsCustomSizes() const {
+    return record_->ppd != nullptr && record_->ppd->variable_sizes != 0;
+}
+
+std::optional<PageSize> PrinterDescription::pageSize(std::string_view keyword) const {
+    if (const auto size = customSize(keyword))
+        return PageSize{.keyword = std::string(keyword), .width = size->first, .height = size->second};
+    if (record_->ppd == nullptr)
+        return std::nullopt;
+    const ppd_file_t& ppd = *record_->ppd;
+    for (int index = 0; index < ppd.num_sizes; ++index)
+        if (keyword == ppd.sizes[index].name && keyword != kCustomChoice)
+            return PageSize{.keyword = std::string(keyword),
+                            .width = static_cast<double>(ppd.sizes[index].width),
+                            .height = static_cast<double>(ppd.sizes[index].length)};
+    return std::nullopt;
+}
+
+void PrinterDescription::markDefaults() {
+    if (record_->ppd != nullptr)
+        ppdMarkDefaults(record_->ppd.get());
+    record_->customPageSize.clear();
+}
+
+bool PrinterDescription::mark(std::string_view option, std::string_view choice) {
+    const Option* own = this->option(option);
+    if (own == nullptr)
+        return false;
+    const std::string name(choice);
+    if (option == kPageSizeOption && choice.starts_with(kCustomPrefix)) {
+        const auto size = customSize(choice);
+        const CustomSizeLimits limits = customSizeLimits();
+        if (!size || !allowsCustomSizes() || size->first < static_cast<double>(limits.minWidth) ||
+            size->first > static_cast<double>(limits.maxWidth) ||
+            size->second < static_cast<double>(limits.minHeight) ||
+            size->second > static_cast<double>(limits.maxHeight))
+            return false;
+        ppdMarkOption(record_->ppd.get(), own->keyword.c_str(), name.c_str());
+        record_->customPageSize = name;
+        return true;
+    }
+    if (own->choice(choice) == nullptr)
+        return false;
+    ppdMarkOption(record_->ppd.get(), own->keyword.c_str(), name.c_str());
+    if (option == kPageSizeOption || option == kPageRegionOption)
+        record_->customPageSize.clear();
+    return record_->markedChoice(option) == choice;
+}
+
+bool PrinterDescription::unmark(std::string_view option) {
+    ppd_option_t* own = record_->ppdOption(option);
+    if (own == nullptr)
+        return false;
+    // libcups has no call for it; what it looks at is the list of marked choices in its record.
+    for (int index = 0; index < own->num_choices; ++index)
+        own->choices[index].marked = 0;
+    if (ppd_choice_t* marked = ppdFindMarkedChoice(record_->ppd.get(), own->keyword))
+        cupsArrayRemove(record_->ppd->marked, marked);
+    if (option == kPageSizeOption)
+        record_->customPageSize.clear();
+    return true;
+}
+
+std::vector<std::pair<std::string, std::optional<std::string>>> PrinterDescription::marks() const {
+    std::vector<std::pair<std::string, std::optional<std::string>>> result;
+    for (const Option& option : record_->options)
+        result.emplace_back(option.keyword, record_->markedChoice(option.keyword));
+    return result;
+}
+
+std::vector<MarkedChoice> PrinterDescription::conflictsOf(std::string_view option, std::string_view choice) const {
+    std::vector<MarkedChoice> conflicts;
+    for (const ConstraintTable::Constraint* constraint : record_->constraints.withOption(option)) {
+        std::vector<MarkedChoice> others;
+        const bool active = std::ranges::all_of(*constraint, [&](const ConstraintTable::Term& term) {
+            if (term.option == option)
+                return term.covers(choice);
+            const auto marked = record_->markedChoice(term.option);
+            if (marked)
+                others.emplace_back(term.option, *marked);
+            return marked && term.covers(*marked);
+        });
+        if (!active)
+            continue;
+        for (MarkedChoice& other : others)
+            if (std::ranges::find(conflicts, other) == conflicts.end())
+                conflicts.push_back(std::move(other));
+    }
+    return conflicts;
+}
+
+} // namespace printing
