@@ -1,0 +1,261 @@
+#include "tests/host/jobs/queue_test.h"
+
+#include <chrono>
+#include <sys/stat.h>
+#include <thread>
+
+namespace host {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+using test_support::PrivateCupsd;
+using testing::AllOf;
+using testing::AnyOf;
+using testing::HasSubstr;
+
+constexpr JobLimits kShortLimits{milliseconds(1000), milliseconds(700)};
+constexpr auto kLongEnough = seconds(15); // far over what the short limits allow
+
+/// More than any socket holds, so that a server that reads no more is felt while the document is sent.
+const std::string& largeContents() {
+    static const std::string contents = test_support::variedBytes(12'000'000);
+    return contents;
+}
+
+/// Queues that are there but take nothing, and requests that are wrong: one server for all.
+class QueueRefusals : public QueueTest {
+protected:
+    std::string errorFor(const QueueAddress& address) const {
+        const JobResult result = submitToQueue(address, request());
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(result.jobId, 0);
+        return result.error;
+    }
+    std::string errorForDocument(const std::string& path) const {
+        const std::size_t before = server().jobStates().size();
+        const JobResult result = submitToQueue(queue(), {.documentPath = path, .title = "Document"});
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(server().jobStates().size(), before);
+        return result.error;
+    }
+};
+
+TEST_F(QueueRefusals, AnUnknownQueueIsNamed) {
+    EXPECT_THAT(errorFor({server().socket(), "Missing"}),
+                AllOf(HasSubstr("\"Missing\""), HasSubstr(server().socket()), HasSubstr("does not exist")));
+}
+
+TEST_F(QueueRefusals, ARejectingQueueIsNamed) {
+    server().addQueue("Rejecting", kRecordingPpd);
+    server().rejectJobs("Rejecting");
+    EXPECT_THAT(errorFor({server().socket(), "Rejecting"}),
+                AllOf(HasSubstr("\"Rejecting\""), HasSubstr("accepts no jobs")));
+}
+
+TEST_F(QueueRefusals, NamesThatNoQueueCanHaveAreRefused) {
+    for (const std::string& name :
+         {std::string("a/b"), std::string("../admin"), std::string("a?b"), std::string("a#b"), std::string("a b"),
+          std::string("a\nb"), std::string("caf\xE9"), std::string(128, 'q')}) {
+        SCOPED_TRACE(name);
+        EXPECT_THAT(errorFor({server().socket(), name}), HasSubstr("no queue"));
+    }
+    EXPECT_THAT(errorFor({server().socket(), ""}), HasSubstr("No queue was named"));
+}
+
+TEST_F(QueueRefusals, AddressesThatNoServerCanHaveAreRefused) {
+    for (const std::string& name : {std::string("host:0"), std::string("host:65536"), std::string("host:http"),
+                                    std::string("host:"), std::string(":631"), std::string("a/b"), std::string("[::1"),
+                                    std::string("[::1]x"), std::string("a\nb"), "/" + std::string(200, 's')}) {
+        SCOPED_TRACE(name);
+        EXPECT_THAT(errorFor({name, kQueue}), HasSubstr("no print server"));
+    }
+}
+
+TEST_F(QueueRefusals, AMissingSocketIsSaidToBeUnreachable) {
+    EXPECT_THAT(errorFor({folder_.path() / "socket", kQueue}),
+                AllOf(HasSubstr("No connection"), HasSubstr("No such file")));
+}
+
+TEST_F(QueueRefusals, AddressesInEachFormAreTried) {
+    for (const std::string address : {"127.0.0.1:1", "[::1]:1", "localhost:1"}) { // where no server is
+        SCOPED_TRACE(address);
+        EXPECT_THAT(errorFor({address, kQueue}), AllOf(HasSubstr("No connection"), HasSubstr(address)));
+    }
+}
+
+TEST_F(QueueRefusals, AMissingDocumentIsNamed) {
+    EXPECT_THAT(errorForDocument(folder_.path() / "missing.pdf"),
+                AllOf(HasSubstr("missing.pdf"), HasSubstr("No such file")));
+    EXPECT_THAT(errorForDocument(""), HasSubstr("No document"));
+}
+
+TEST_F(QueueRefusals, AFolderIsNoDocument) {
+    EXPECT_THAT(errorForDocument(folder_.path()), HasSubstr("folder"));
+}
+
+TEST_F(QueueRefusals, AnEmptyDocumentIsRefused) {
+    EXPECT_THAT(errorForDocument(folder_.write("empty.pdf", "")), AllOf(HasSubstr("empty.pdf"), HasSubstr("is empty")));
+}
+
+TEST_F(QueueRefusals, AFifoIsRefusedAtOnce) {
+    const std::string fifo = folder_.path() / "fifo";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_THAT(errorForDocument(fifo), HasSubstr("not a regular file"));
+}
+
+TEST_F(QueueRefusals, ADeviceIsRefused) {
+    EXPECT_THAT(errorForDocument("/dev/zero"), HasSubstr("not a regular file"));
+}
+
+TEST_F(QueueRefusals, AGivenUpJobIsCancelled) {
+    const JobResult result = submitToQueue(queue(), request(largeContents()), {},
+                                           [](std::uint64_t sent, std::uint64_t) { return sent < 1'000'000; });
+    EXPECT_FALSE(result.ok);
+    EXPECT_EQ(result.jobId, 0);
+    EXPECT_THAT(result.error, HasSubstr("given up"));
+    EXPECT_EQ(server().jobStates().rbegin()->second, "canceled");
+}
+
+TEST_F(QueueRefusals, ADocumentThatShrinksIsNotPrinted) {
+    const JobRequest job = request(largeContents());
+    const JobResult result = submitToQueue(queue(), job, {}, [&job](std::uint64_t, std::uint64_t) {
+        std::filesystem::resize_file(job.documentPath, 100'000);
+        return true;
+    });
+    EXPECT_THAT(result.error, HasSubstr("changed while it was read"));
+    EXPECT_EQ(server().jobStates().rbegin()->second, "canceled");
+}
+
+TEST_F(QueueRefusals, ADocumentFormatThatTheServerLacksIsNamed) {
+    JobRequest job = request();
+    job.options = {{"document-format", "application/x-unheard-of"}};
+    const JobResult result = submitToQueue(queue(), job);
+    EXPECT_FALSE(result.ok);
+    EXPECT_THAT(result.error, HasSubstr("kind of document"));
+    EXPECT_EQ(server().jobStates().rbegin()->second, "canceled");
+}
+
+enum class Road { Socket, Port };
+
+/// Servers that break or stop: each test has its own, and meets it on each road.
+class QueueFailures : public testing::TestWithParam<Road> {
+protected:
+    QueueFailures() { server_.addQueue(kQueue, kRecordingPpd); }
+
+    QueueAddress queue() const {
+        return {GetParam() == Road::Socket ? server_.socket() : server_.hostAndPort(), kQueue};
+    }
+
+    JobRequest request(std::string_view contents = "a page\n") const {
+        return {.documentPath = folder_.write("page.txt", contents), .title = "Page"};
+    }
+
+    /// Submits under the short limits, in bounded time.
+    JobResult submit(const JobRequest& request, const JobProgress& progress = {}) const {
+        const auto start = steady_clock::now();
+        const JobResult result = submitToQueue(queue(), request, kShortLimits, progress);
+        EXPECT_LT(steady_clock::now() - start, kLongEnough);
+        EXPECT_FALSE(result.ok);
+        return result;
+    }
+
+    PrivateCupsd server_;
+    const test_support::TemporaryFolder folder_;
+};
+
+TEST_P(QueueFailures, ADeadServerIsUnreachable) {
+    server_.kill();
+    EXPECT_THAT(submit(request()).error,
+                AllOf(HasSubstr("No connection"), HasSubstr(queue().server), HasSubstr("Connection refused")));
+}
+
+TEST_P(QueueFailures, AFrozenServerEndsInItsTime) {
+    server_.freeze();
+    const JobResult result = submit(request());
+    EXPECT_THAT(result.error, HasSubstr("no sign of life for 700 ms"));
+    EXPECT_EQ(result.jobId, 0);
+}
+
+TEST_P(QueueFailures, AServerThatFreezesDuringTheDocumentEndsInItsTime) {
+    const JobResult result = submit(request(largeContents()), [this](std::uint64_t sent, std::uint64_t) {
+        if (sent <= 64 * 1024)
+            server_.freeze();
+        return true;
+    });
+    EXPECT_THAT(result.error, AllOf(HasSubstr("no sign of life"), HasSubstr("while the document was sent"),
+                                    HasSubstr("may still stand in the queue")));
+    EXPECT_EQ(result.jobId, 1);
+}
+
+TEST_P(QueueFailures, AServerThatFreezesAfterTheDocumentIsNoSuccess) {
+    const JobResult result = submit(request(), [this](std::uint64_t sent, std::uint64_t all) {
+        if (sent == all)
+            server_.freeze();
+        return true;
+    });
+    EXPECT_THAT(result.error, AllOf(HasSubstr("no sign of life"), HasSubstr("after the document was sent"),
+                                    HasSubstr("may still stand in the queue")));
+    EXPECT_EQ(result.jobId, 1);
+}
+
+TEST_P(QueueFailures, AServerKilledDuringTheDocumentIsNoSuccess) {
+    const JobResult result = submit(request(largeContents()), [this](std::uint64_t, std::uint64_t) {
+        server_.kill();
+        return true;
+    });
+    EXPECT_THAT(result.error, AllOf(HasSubstr("broke while the document was sent"), HasSubstr("may still stand")));
+}
+
+TEST_P(QueueFailures, AServerKilledAfterTheDocumentIsNoSuccess) {
+    const JobResult result = submit(request(), [this](std::uint64_t, std::uint64_t) {
+        server_.kill();
+        return true;
+    });
+    EXPECT_THAT(result.error, AllOf(HasSubstr("broke after the document was sent"), HasSubstr("may still stand")));
+}
+
+TEST_P(QueueFailures, AServerThatGoesOnInTimeIsASuccess) {
+    std::thread thawing;
+    const JobResult result = submitToQueue(queue(), request(), {}, [this, &thawing](std::uint64_t, std::uint64_t) {
+        server_.freeze();
+        thawing = std::thread([this] { server_.thaw(); });
+        return true;
+    });
+    thawing.join();
+    EXPECT_TRUE(result.ok) << result.error;
+    EXPECT_TRUE(server_.waitForRecord(result.jobId));
+}
+
+INSTANTIATE_TEST_SUITE_P(Roads, QueueFailures, testing::Values(Road::Socket, Road::Port),
+                         [](const auto& info) { return std::string(info.param == Road::Socket ? "Socket" : "Port"); });
+
+TEST(QueueLimits, ADocumentOverTheServersLimitIsSaidToBeTooLarge) {
+    PrivateCupsd server({.configuration = "MaxRequestSize 200k\n"});
+    server.addQueue(kQueue, kRecordingPpd);
+    const test_support::TemporaryFolder folder;
+    const JobRequest job{.documentPath = folder.write("page.txt", largeContents()), .title = "Page"};
+    for (const std::string& address : {server.socket(), server.hostAndPort()}) {
+        const JobResult result = submitToQueue({address, kQueue}, job);
+        EXPECT_FALSE(result.ok);
+        EXPECT_THAT(result.error, HasSubstr("takes no document as large"));
+    }
+    for (const auto& [jobId, state] : server.jobStates())
+        EXPECT_THAT(state, AnyOf("canceled", "aborted")) << jobId;
+}
+
+TEST(QueueLimits, AServerThatWantsAPasswordIsNotAskedOnTheTerminal) {
+    PrivateCupsd server({.configuration = "<Policy locked>\n<Limit All>\nAuthType Basic\nRequire user nobody\n"
+                                          "Order deny,allow\nAllow all\n</Limit>\n</Policy>\n"
+                                          "<Location /printers>\nAuthType Basic\nRequire valid-user\n</Location>\n"});
+    server.addQueue(kQueue, kRecordingPpd);
+    const test_support::TemporaryFolder folder;
+    const JobResult result =
+        submitToQueue({server.hostAndPort(), kQueue}, {.documentPath = folder.write("page.txt", "x"), .title = "Page"});
+    EXPECT_FALSE(result.ok);
+    EXPECT_THAT(result.error, HasSubstr("password"));
+}
+
+} // namespace
+} // namespace host
