@@ -257,10 +257,14 @@ struct ArgumentReader<toolkit::AlertAnswer> {
     }
 };
 
-inline MessageValue messageValue(toolkit::Value value) {
-    return {std::move(value)};
+/// How a result is packed. Numbers are taken as they are, never converted to another kind on the way.
+template <typename Result>
+    requires std::constructible_from<toolkit::Value, Result> && (!std::is_pointer_v<std::remove_cvref_t<Result>>)
+MessageValue messageValue(Result&& result) {
+    return {toolkit::Value(std::forward<Result>(result))};
 }
-inline MessageValue messageValue(std::uint32_t word) {
+template <std::same_as<std::uint32_t> Word>
+MessageValue messageValue(Word word) {
     return {toolkit::Value(std::int64_t{word})};
 }
 inline MessageValue messageValue(toolkit::View* view) {
@@ -272,7 +276,7 @@ inline MessageValue messageValue(const PanelList& panels) {
 inline MessageValue messageValue(const std::vector<std::string>& texts) {
     MessageList list;
     for (const std::string& text : texts)
-        list.push_back(messageValue(toolkit::Value(text)));
+        list.push_back(messageValue(text));
     return {std::move(list)};
 }
 inline MessageValue messageValue(const imaging::Picture& picture) {

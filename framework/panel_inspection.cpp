@@ -61,6 +61,10 @@ bool PanelInspection::setFieldOfPanel(CVPrintQualityPDE& panel, std::string_view
         }
         panel.paperName = name == nullptr ? std::nullopt : std::optional(*name);
     } else if (field == "outputBin") {
+        if (!value.isAbsent() && !value.as<std::string>() && !value.as<std::int64_t>() && !value.as<double>()) {
+            error = "\"outputBin\" holds texts and numbers.";
+            return false;
+        }
         if (value.isAbsent())
             panel.outputBin_.erase(key);
         else

@@ -36,6 +36,7 @@ std::vector<const ConstraintTable::Constraint*> ConstraintTable::withOption(std:
         positions.push_back(entry->second);
     std::ranges::sort(positions); // the PPD's order
     std::vector<const Constraint*> found;
+    found.reserve(positions.size());
     for (const std::size_t position : positions)
         found.push_back(&constraints_[position]);
     return found;

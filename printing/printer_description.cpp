@@ -124,7 +124,7 @@ std::string translationLanguage(std::string_view text, const std::vector<std::st
     return {};
 }
 
-constexpr std::string_view kTranslatedPrefix = "Translated.";
+constexpr std::string_view kTranslatedPrefix = "L."; // no longer than a language's: keywords have a limit
 
 // libcups keeps the translations into the process's own language alone, which need not be the session's: the session's
 // get a prefix that it takes for ordinary attributes.
@@ -146,7 +146,7 @@ std::string withTranslationsKept(std::string_view text, const std::string& langu
     return kept;
 }
 
-// The PPD's translations that were kept: "*Translated.Translation Option/text" and "*Translated.Option Choice/text".
+// The PPD's translations that were kept: "*L.Translation Option/text" and "*L.Option Choice/text".
 class Translations {
 public:
     explicit Translations(ppd_file_t* ppd) : ppd_(ppd) {}
@@ -265,7 +265,8 @@ struct PrinterDescription::Record {
     void readConstraints() {
         for (int index = 0; index < ppd->num_consts; ++index) {
             const ppd_const_t& constraint = ppd->consts[index];
-            constraints.add({{constraint.option1, constraint.choice1}, {constraint.option2, constraint.choice2}});
+            constraints.add(
+                {term(constraint.option1, constraint.choice1), term(constraint.option2, constraint.choice2)});
         }
         for (const ppd_attr_t* attribute = ppdFindAttr(ppd.get(), "cupsUIConstraints", nullptr); attribute != nullptr;
              attribute = ppdFindNextAttr(ppd.get(), "cupsUIConstraints", nullptr)) {
@@ -277,8 +278,17 @@ struct PrinterDescription::Record {
                 else if (!terms.empty())
                     terms.back().choice = word;
             }
+            for (ConstraintTable::Term& each : terms)
+                each = term(each.option, each.choice);
             constraints.add(std::move(terms));
         }
+    }
+
+    // "*CustomPageSize True" is how a PPD spells the free sizes of "PageSize".
+    static ConstraintTable::Term term(const std::string& option, const std::string& choice) {
+        if (option == "CustomPageSize")
+            return {std::string(kPageSizeOption), std::string(kCustomChoice)};
+        return {option, choice};
     }
 };
 
@@ -332,7 +342,7 @@ PrinterDescription::openText(std::string_view text, const std::vector<std::strin
     if (record.ppd == nullptr) {
         int line = 0;
         const ppd_status_t status = ppdLastError(&line);
-        error = std::string(ppdErrorString(status)) + " (line " + std::to_string(line) + ").";
+        error = std::string(ppdErrorString(status)) + (line > 0 ? " (line " + std::to_string(line) + ")." : ".");
         return nullptr;
     }
     record.readOptions();
@@ -463,16 +473,19 @@ std::vector<std::pair<std::string, std::optional<std::string>>> PrinterDescripti
 }
 
 std::vector<MarkedChoice> PrinterDescription::conflictsOf(std::string_view option, std::string_view choice) const {
+    const auto covers = [](const ConstraintTable::Term& term, std::string_view given) {
+        return term.covers(given.starts_with(kCustomPrefix) ? kCustomChoice : given);
+    };
     std::vector<MarkedChoice> conflicts;
     for (const ConstraintTable::Constraint* constraint : record_->constraints.withOption(option)) {
         std::vector<MarkedChoice> others;
         const bool active = std::ranges::all_of(*constraint, [&](const ConstraintTable::Term& term) {
             if (term.option == option)
-                return term.covers(choice);
+                return covers(term, choice);
             const auto marked = record_->markedChoice(term.option);
             if (marked)
                 others.emplace_back(term.option, *marked);
-            return marked && term.covers(*marked);
+            return marked && covers(term, *marked);
         });
         if (!active)
             continue;

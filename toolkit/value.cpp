@@ -25,14 +25,18 @@ std::int64_t cutTowardZero(double number) {
     return static_cast<std::int64_t>(number);
 }
 
+// Without a plus sign, which from_chars() does not take. A second sign begins no number.
+std::string_view withoutPlus(std::string_view text) {
+    if (!text.starts_with('+'))
+        return text;
+    text.remove_prefix(1);
+    return text.starts_with('-') ? std::string_view() : text;
+}
+
 double realInText(std::string_view text) {
-    text = withoutLeadingBlanks(text);
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
+    text = withoutPlus(withoutLeadingBlanks(text));
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error == std::errc::result_out_of_range)
-        return text.starts_with('-') ? -std::numeric_limits<double>::max() : std::numeric_limits<double>::max();
     return error == std::errc() && std::isfinite(number) ? number : 0;
 }
 
@@ -49,15 +53,13 @@ template <typename... Visitors>
 struct Overloaded : Visitors... {
     using Visitors::operator()...;
 };
+template <typename... Visitors>
+Overloaded(Visitors...) -> Overloaded<Visitors...>; // clang 14 does not yet deduce it
 
 } // namespace
 
 std::int64_t integerInText(std::string_view text) {
-    text = withoutLeadingBlanks(text);
-    if (text.starts_with('+'))
-        text.remove_prefix(1);
-    if (text.starts_with('+'))
-        return 0;
+    text = withoutPlus(withoutLeadingBlanks(text));
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error == std::errc::result_out_of_range)

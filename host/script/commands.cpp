@@ -16,6 +16,7 @@
 #include "toolkit/radio_matrix.h"
 #include "toolkit/table_view.h"
 #include "toolkit/value_transformer.h"
+#include "toolkit/window.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,15 @@ Json jsonFromMap(const toolkit::ValueMap& map) {
     return Json(toolkit::jsonFromValue(map));
 }
 
+// A panel's alert windows are hidden while they are not run.
+bool standsInHiddenWindow(const toolkit::LoadedViews& views, const toolkit::View& control) {
+    return std::ranges::any_of(views.views(), [&](const auto& view) {
+        const auto* window = dynamic_cast<const toolkit::Window*>(view.get());
+        return window != nullptr && window->isHidden() &&
+               std::ranges::find(window->content(), &control) != window->content().end();
+    });
+}
+
 Json jsonFromSetting(const printing::SettingValue& value) {
     return std::visit([](const auto& content) { return Json(content); }, value);
 }
@@ -43,7 +53,7 @@ Kind& ScriptHost::usableControl(const CommandReader& command) {
     auto* found = dynamic_cast<Kind*>(&control(panel(command), name));
     if (found == nullptr)
         throw ScriptError("The control \"" + name + "\" is of another kind than this command needs.");
-    if (found->isHidden())
+    if (found->isHidden() || standsInHiddenWindow(*panel(command).loadedViews(), *found))
         throw ScriptError("The control \"" + name + "\" is hidden.");
     if (!found->isEnabled())
         throw ScriptError("The control \"" + name + "\" is disabled.");
@@ -52,8 +62,9 @@ Kind& ScriptHost::usableControl(const CommandReader& command) {
 
 void ScriptHost::open(const CommandReader& command, Json& answer) {
     const std::string name = command.textOrNone("session").value_or("main");
-    dialogs_.erase(name); // what stood under the name ends first
     auto opened = std::make_unique<Dialog>(command, defaultBundle_);
+    dialogs_.erase(name); // what stands under the name ends before the new panels are made
+    opened->begin();
     answer["panels"] = opened->panelsInWords();
     dialogs_.insert_or_assign(name, std::move(opened));
 }
@@ -119,7 +130,7 @@ void ScriptHost::adjust(const CommandReader& command, Json&) {
 
 void ScriptHost::mark(const CommandReader& command, Json&) {
     const std::string option = command.text("option");
-    if (option == keywords::kPageSize)
+    if (option == keywords::kPageSize || option == "PageRegion")
         throw ScriptError("The page size is changed by the command \"paper\".");
     std::string error;
     if (!dialog(command).session().markFromOutside(option, command.text("choice"), command.boolean("tell", true),
@@ -131,11 +142,12 @@ void ScriptHost::paper(const CommandReader& command, Json&) {
     Session& session = dialog(command).session();
     auto paper = paperFromJson(command.at("paper"));
     if (command.has("mapped")) {
-        if (!session.settings())
+        const auto mapped = command.textOrNone("mapped");
+        if (mapped && !session.settings())
             throw ScriptError("The job has no print settings to hold the mapped paper.");
-        if (const auto mapped = command.textOrNone("mapped"))
+        if (mapped)
             session.settings()->setValueForKey(*mapped, printing::kPageToPaperMappingKey);
-        else
+        else if (session.settings())
             session.settings()->removeKey(printing::kPageToPaperMappingKey);
     }
     session.setPaper(std::move(paper), command.boolean("tell", true));
@@ -496,46 +508,54 @@ void ScriptHost::transform(const CommandReader& command, Json& answer) {
 
 namespace {
 
-// A choice, a state, an enabling or a number, set as a program sets it.
+// Picks what represents the choice as a program does, null for nothing; false where the control offers no such choice.
+bool putChoice(toolkit::View& view, const std::optional<std::string>& choice, bool only) {
+    if (auto* popup = dynamic_cast<toolkit::PopUpList*>(&view)) {
+        const int index = choice ? popup->indexOfItemWithKeyword(*choice) : -1;
+        if (!only && (index >= 0 || !choice))
+            popup->selectItemAtIndex(index);
+        return index >= 0 || !choice;
+    }
+    if (auto* matrix = dynamic_cast<toolkit::RadioMatrix*>(&view)) {
+        const int row = choice ? matrix->rowWithKeyword(*choice) : -1;
+        if (!only && (row >= 0 || !choice))
+            matrix->selectRow(row);
+        return row >= 0 || !choice;
+    }
+    auto* table = dynamic_cast<toolkit::TableView*>(&view);
+    const int entry =
+        table == nullptr || table->content() == nullptr || !choice ? -1 : table->content()->indexOfId(*choice);
+    if (!only && entry >= 0)
+        table->content()->selectIndex(entry);
+    return entry >= 0;
+}
+
+// A choice, a state, an enabling or a number, set as a program sets it: all of them, or none.
 void putIntoControl(const CommandReader& command, toolkit::View& view) {
-    const auto wrongKind = [&](const char* member) {
-        return ScriptError("The control \"" + command.text("control") + "\" has no " + member + " to set.");
+    const std::string name = command.text("control");
+    auto* box = dynamic_cast<toolkit::CheckBox*>(&view);
+    auto* field = dynamic_cast<toolkit::NumberField*>(&view);
+    auto* control = dynamic_cast<toolkit::Control*>(&view);
+    const auto need = [&](bool holds, const char* what) {
+        if (!holds)
+            throw ScriptError("The control \"" + name + "\" " + what + ".");
     };
-    if (command.has("choice")) {
-        const std::string choice = command.text("choice");
-        auto* popup = dynamic_cast<toolkit::PopUpList*>(&view);
-        auto* matrix = dynamic_cast<toolkit::RadioMatrix*>(&view);
-        auto* table = dynamic_cast<toolkit::TableView*>(&view);
-        if (popup == nullptr && matrix == nullptr && (table == nullptr || table->content() == nullptr))
-            throw wrongKind("choice");
-        const int entry = table == nullptr ? -1 : table->content()->indexOfId(choice);
-        if (entry >= 0)
-            table->content()->selectIndex(entry);
-        else if (!(popup != nullptr && popup->selectItemWithKeyword(choice)) &&
-                 !(matrix != nullptr && matrix->selectCellWithKeyword(choice)))
-            throw ScriptError("The control \"" + command.text("control") + "\" offers no \"" + choice + "\".");
-    }
-    if (command.has("state")) {
-        auto* box = dynamic_cast<toolkit::CheckBox*>(&view);
-        const Json& state = command.at("state");
-        if (box == nullptr)
-            throw wrongKind("state");
-        if (state != 0 && state != 1 && !state.is_boolean())
-            throw ScriptError("A state is 0 or 1.");
+    const Json state = command.has("state") ? command.at("state") : Json(0);
+    need(command.has("choice") || command.has("state") || command.has("enabled") || command.has("number"),
+         "needs one of \"choice\", \"state\", \"enabled\" and \"number\"");
+    need(!command.has("choice") || putChoice(view, command.textOrNone("choice"), true), "offers no such choice");
+    need(!command.has("state") || box != nullptr, "has no state");
+    need(state == 0 || state == 1 || state.is_boolean(), "has the states 0 and 1");
+    need(!command.has("number") || field != nullptr, "holds no number");
+    need(!command.has("enabled") || control != nullptr, "cannot be enabled");
+    if (command.has("choice"))
+        putChoice(view, command.textOrNone("choice"), false);
+    if (command.has("state"))
         box->setOnThroughBinding(state.is_boolean() ? state.get<bool>() : state == 1);
-    }
-    if (command.has("number")) {
-        auto* field = dynamic_cast<toolkit::NumberField*>(&view);
-        if (field == nullptr)
-            throw wrongKind("number");
+    if (command.has("number"))
         field->setValueThroughBinding(command.at("number").get<double>());
-    }
-    if (command.has("enabled")) {
-        auto* control = dynamic_cast<toolkit::Control*>(&view);
-        if (control == nullptr)
-            throw wrongKind("enabled state");
+    if (command.has("enabled"))
         control->setEnabled(command.boolean("enabled", true));
-    }
 }
 
 } // namespace

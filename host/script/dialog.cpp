@@ -108,12 +108,13 @@ std::optional<printing::Paper> paperFromJson(const Json& json) {
 std::optional<printing::SettingValue> settingFromJson(const Json& json) {
     if (json.is_string())
         return json.get<std::string>();
-    if (json.is_boolean())
-        return json.get<bool>();
-    if (json.is_number_integer())
-        return json.get<std::int64_t>();
-    if (json.is_number())
-        return json.get<double>();
+    const toolkit::Value value = toolkit::valueFromJson(nlohmann::json(json));
+    if (const auto* flag = value.as<bool>())
+        return *flag;
+    if (const auto* number = value.as<std::int64_t>())
+        return *number;
+    if (const auto* real = value.as<double>())
+        return *real;
     return std::nullopt;
 }
 
@@ -180,44 +181,47 @@ std::optional<std::string> Dialog::filterAsk(const std::string& option, const st
 Dialog::Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle)
     : userDefaults_(openUserDefaults(command)) {
     std::string error;
-    SessionOptions options;
-    options.bundleView = bundleView(command);
-    options.plugIn =
+    options_.bundleView = bundleView(command);
+    options_.plugIn =
         PlugIn::load(command.has("bundle") ? std::filesystem::path(command.text("bundle")) : defaultBundle, error);
-    if (options.plugIn == nullptr)
+    if (options_.plugIn == nullptr)
         throw ScriptError(error);
-    options.description = openDescription(command, options.bundleView.languages);
-    applyMarks(command, *options.description);
+    options_.description = openDescription(command, options_.bundleView.languages);
+    applyMarks(command, *options_.description);
     if (command.has("settings"))
-        options.settings = settingsFromJson(command.at("settings"));
+        options_.settings = settingsFromJson(command.at("settings"));
     if (command.has("paper")) {
-        options.pageFormat = printing::PageFormat{.paper = paperFromJson(command.at("paper"))};
-        if (options.pageFormat->paper && options.pageFormat->paper->ppdName)
-            options.description->mark("PageSize", *options.pageFormat->paper->ppdName);
+        options_.pageFormat = printing::PageFormat{.paper = paperFromJson(command.at("paper"))};
+        if (options_.pageFormat->paper && options_.pageFormat->paper->ppdName)
+            options_.description->mark("PageSize", *options_.pageFormat->paper->ppdName);
     }
     if (command.has("window"))
-        options.windowHeight = command.numberOrNone("window");
-    options.lacks = command.texts("lacks");
+        options_.windowHeight = command.numberOrNone("window");
+    options_.lacks = command.texts("lacks");
     if (command.has("type"))
-        options.panelType = command.text("type");
+        options_.panelType = command.text("type");
     if (command.has("refuse"))
         setRefusals(command.at("refuse"));
     if (command.has("raise"))
         setRaises(command.at("raise"));
     const bool ownDefaults = command.has("defaults") && command.at("defaults").is_object();
-    options.userDefaults = userDefaults_.get();
-    options.presenter = &alerts_;
-    options.askFilter = [this](const std::string& option, const std::string& choice) {
+    options_.userDefaults = userDefaults_.get();
+    options_.presenter = &alerts_;
+    options_.askFilter = [this](const std::string& option, const std::string& choice) {
         return filterAsk(option, choice);
     };
     if (ownDefaults) {
-        const auto info = toolkit::Bundle::open(options.plugIn->path(), options.bundleView, error);
+        const auto info = toolkit::Bundle::open(options_.plugIn->path(), options_.bundleView, error);
         if (info != nullptr && info->identifier())
             userDefaults_->setPersistentDomainForName(
                 *toolkit::valueFromJson(nlohmann::json(command.at("defaults"))).as<toolkit::ValueMap>(),
                 *info->identifier());
     }
-    session_ = Session::open(std::move(options), error);
+}
+
+void Dialog::begin() {
+    std::string error;
+    session_ = Session::open(std::move(options_), error);
     if (session_ == nullptr)
         throw ScriptError(error);
 }

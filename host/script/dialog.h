@@ -15,13 +15,15 @@ namespace host {
 /// One dialog of a script: a session, and how the script makes its host behave.
 class Dialog {
 public:
-    /// Opens what the command `open` says. The bundle is the one of the command, else the default one. Throws
-    /// ScriptError; what an ask raises passes through.
+    /// Reads what the command `open` says; begin() then opens it. The bundle is the one of the command, else the
+    /// default one. Throws ScriptError.
     Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle);
     ~Dialog();
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
 
+    /// Makes the panels. Once, before anything else. Throws ScriptError; what an ask raises passes through.
+    void begin();
     [[nodiscard]] Session& session() { return *session_; }
     [[nodiscard]] ScriptAlerts& alerts() { return alerts_; }
     [[nodiscard]] toolkit::UserDefaults& userDefaults() { return *userDefaults_; }
@@ -47,6 +49,7 @@ private:
     std::unique_ptr<toolkit::UserDefaults> userDefaults_;
     Refusals refusals_;
     std::map<std::string, bool> raises_; // true: a toolkit exception
+    SessionOptions options_; // until begin() hands them over
     std::shared_ptr<Session> session_;
 };
 

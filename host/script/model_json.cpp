@@ -36,10 +36,10 @@ Json jsonFromNumber(double number) {
 Json jsonFromItems(const toolkit::PopUpList& popup) {
     Json items = Json::array();
     for (const auto& item : popup.items()) {
-        Json json = {{"title", item.title}, {"keyword", textOrNull(item.keyword)}, {"enabled", item.enabled}};
-        if (item.image)
-            json["picture"] = textOrNull(item.image->name);
-        items.push_back(std::move(json));
+        items.push_back({{"title", item.title},
+                         {"keyword", textOrNull(item.keyword)},
+                         {"enabled", item.enabled},
+                         {"picture", item.image ? textOrNull(item.image->name) : Json(nullptr)}});
     }
     return items;
 }

@@ -10,6 +10,7 @@ namespace host {
 namespace {
 
 constexpr std::size_t kLongestLine = 8 << 20; // bytes; a PPD's text may stand in one
+constexpr int kDeepestNesting = 64;           // of lists and objects; values are walked recursively
 
 constexpr Member kPanel = {"panel", MemberKind::Text, true};
 constexpr Member kControl = {"control", MemberKind::Text, true};
@@ -62,7 +63,7 @@ constexpr Member kPutMembers[] = {kPanel,
                                   {"key", MemberKind::Text},
                                   {"value", MemberKind::Any},
                                   {"control", MemberKind::Text},
-                                  {"choice", MemberKind::Text},
+                                  {"choice", MemberKind::TextOrNull},
                                   {"state", MemberKind::Any},
                                   {"enabled", MemberKind::Boolean},
                                   {"number", MemberKind::Number}};
@@ -122,7 +123,14 @@ std::string ScriptHost::answerLine(std::string_view line) {
 Json ScriptHost::answer(std::string_view line) {
     if (line.size() > kLongestLine)
         throw ScriptError("The line is longer than 8 MB.");
-    const Json json = Json::parse(line, nullptr, false);
+    bool tooDeep = false;
+    const auto watchDepth = [&](int depth, Json::parse_event_t, Json&) {
+        tooDeep = tooDeep || depth > kDeepestNesting;
+        return !tooDeep;
+    };
+    const Json json = Json::parse(line, watchDepth, false);
+    if (tooDeep)
+        throw ScriptError("The line is nested too deeply.");
     if (json.is_discarded())
         throw ScriptError("The line is not JSON.");
     if (!json.is_object() || !json.contains("do") || !json["do"].is_string())

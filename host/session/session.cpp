@@ -74,9 +74,11 @@ void Session::observePosts() {
 }
 
 bool Session::showPanel(CVPrintQualityPDE& panel) {
-    if (!restored_)
+    if (!restored_) {
         for (const auto& each : framework::PanelList(panels_))
-            restorePanel(*each);
+            each->restoreValuesAndReturnError();
+        restored_ = true;
+    }
     if (panel.panelView() == nullptr)
         return false;
     panel.willShow();
@@ -176,7 +178,7 @@ std::vector<JobOption> Session::jobOptions() const {
     if (mapped) {
         options.insert_or_assign(std::string(keywords::kPageSize), printing::optionText(*mapped));
         options.insert_or_assign("print-scaling", "fit");
-    } else if (paper && paper->ppdName) {
+    } else if (paper && paper->ppdName && description.pageSize(*paper->ppdName)) {
         options.insert_or_assign(std::string(keywords::kPageSize), *paper->ppdName);
     } else if (paper && paper->width && paper->height) {
         options.insert_or_assign(std::string(keywords::kPageSize), customPageSize(*paper->width, *paper->height));
@@ -185,7 +187,7 @@ std::vector<JobOption> Session::jobOptions() const {
     }
     if (options_.settings)
         for (const auto& [key, value] : options_.settings->entries())
-            options.insert_or_assign(key, printing::optionText(value));
+            options.emplace(key, printing::optionText(value)); // a mark of the same name stands
     std::vector<JobOption> list;
     for (const auto& [name, value] : options)
         list.push_back({name, value});
