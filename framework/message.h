@@ -85,14 +85,15 @@ struct ArgumentReader<int> {
 template <>
 struct ArgumentReader<std::optional<std::string>> {
     static constexpr std::string_view kKind = "a text or null";
-    static std::optional<std::optional<std::string>> read(const MessageValue& value) {
+    using Text = std::optional<std::string>;
+    static std::optional<Text> read(const MessageValue& value) {
         const auto* plain = std::get_if<toolkit::Value>(&value.content);
         if (plain == nullptr)
             return std::nullopt;
         if (plain->isAbsent())
-            return std::optional<std::string>();
+            return std::optional<Text>(std::in_place);
         const auto* text = plain->as<std::string>();
-        return text == nullptr ? std::nullopt : std::optional(std::optional(*text));
+        return text == nullptr ? std::nullopt : std::optional<Text>(*text);
     }
 };
 
@@ -139,11 +140,15 @@ struct ArgumentReader<std::optional<std::vector<std::string>>> {
 template <>
 struct ArgumentReader<std::optional<toolkit::ValueMap>> {
     static constexpr std::string_view kKind = "an object or null";
-    static std::optional<std::optional<toolkit::ValueMap>> read(const MessageValue& value) {
+    using Map = std::optional<toolkit::ValueMap>;
+    static std::optional<Map> read(const MessageValue& value) {
         const auto* plain = std::get_if<toolkit::Value>(&value.content);
-        if (plain == nullptr || !(plain->isAbsent() || plain->as<toolkit::ValueMap>()))
+        if (plain == nullptr)
             return std::nullopt;
-        return plain->isAbsent() ? std::optional<toolkit::ValueMap>() : std::optional(*plain->as<toolkit::ValueMap>());
+        if (plain->isAbsent())
+            return std::optional<Map>(std::in_place);
+        const auto* map = plain->as<toolkit::ValueMap>();
+        return map == nullptr ? std::nullopt : std::optional<Map>(*map);
     }
 };
 
@@ -184,11 +189,12 @@ struct ArgumentReader<std::vector<toolkit::View*>> {
 template <>
 struct ArgumentReader<std::optional<imaging::Picture>> {
     static constexpr std::string_view kKind = "a picture or null";
-    static std::optional<std::optional<imaging::Picture>> read(const MessageValue& value) {
+    using Optional = std::optional<imaging::Picture>;
+    static std::optional<Optional> read(const MessageValue& value) {
         if (const auto* plain = std::get_if<toolkit::Value>(&value.content); plain != nullptr && plain->isAbsent())
-            return std::optional<imaging::Picture>();
+            return std::optional<Optional>(std::in_place);
         const auto* picture = std::get_if<imaging::Picture>(&value.content);
-        return picture == nullptr ? std::nullopt : std::optional(std::optional(*picture));
+        return picture == nullptr ? std::nullopt : std::optional<Optional>(*picture);
     }
 };
 
@@ -259,8 +265,8 @@ struct ArgumentReader<toolkit::AlertAnswer> {
 
 /// How a result is packed. Numbers are taken as they are, never converted to another kind on the way.
 template <typename Result>
-    requires std::constructible_from<toolkit::Value, Result> && (!std::is_pointer_v<std::remove_cvref_t<Result>>)
-MessageValue messageValue(Result&& result) {
+requires std::constructible_from<toolkit::Value, Result> &&(!std::is_pointer_v<std::remove_cvref_t<Result>>)MessageValue
+    messageValue(Result&& result) {
     return {toolkit::Value(std::forward<Result>(result))};
 }
 template <std::same_as<std::uint32_t> Word>

@@ -22,6 +22,21 @@ bool isOnWord(const toolkit::Value& value) {
     return value.isText(kOn) || value.isText(kTrue);
 }
 
+// Selects what represents the value, or sets the box's state. False, and nothing changed, where nothing represents it.
+bool showValue(toolkit::View* control, const toolkit::Value& value) {
+    if (auto* box = dynamic_cast<toolkit::CheckBox*>(control)) {
+        box->setOn(isOnWord(value));
+        return true;
+    }
+    const auto* keyword = value.as<std::string>();
+    if (keyword == nullptr)
+        return false;
+    if (auto* matrix = dynamic_cast<toolkit::RadioMatrix*>(control))
+        return matrix->selectCellWithKeyword(*keyword);
+    auto* popup = dynamic_cast<toolkit::PopUpList*>(control);
+    return popup != nullptr && popup->selectItemWithKeyword(*keyword);
+}
+
 } // namespace
 
 bool CVPrintQualityPDE::outputBinHolds(std::string_view key, std::string_view value) const {
@@ -105,18 +120,10 @@ void CVPrintQualityPDE::requestNewOutputBin(toolkit::View* sender) {
 
 void CVPrintQualityPDE::revertUIForKey(toolkit::View* control, const std::optional<std::string>& key) {
     const toolkit::Value value = key ? toolkit::valueInMap(outputBin_, *key) : toolkit::Value();
-    const auto* keyword = value.as<std::string>();
-    if (auto* matrix = dynamic_cast<toolkit::RadioMatrix*>(control)) {
-        if (keyword != nullptr)
-            matrix->selectCellWithKeyword(*keyword);
-    } else if (auto* popup = dynamic_cast<toolkit::PopUpList*>(control)) {
-        if (key == kMediaType && value.isText(kPlainDuplex))
-            popup->selectItemWithKeyword(kPlain);
-        else if (keyword != nullptr)
-            popup->selectItemWithKeyword(*keyword);
-    } else if (auto* box = dynamic_cast<toolkit::CheckBox*>(control)) {
-        box->setOn(isOnWord(value));
-    }
+    if (key == kMediaType && value.isText(kPlainDuplex) && dynamic_cast<toolkit::PopUpList*>(control) != nullptr)
+        showValue(control, std::string(kPlain));
+    else
+        showValue(control, value);
 }
 
 void CVPrintQualityPDE::updateUI() {
@@ -129,15 +136,9 @@ void CVPrintQualityPDE::updateUIforKey(const std::optional<std::string>& key) {
     toolkit::View* const control = determineUI(key);
     if (control == nullptr)
         return;
-    auto* popup = dynamic_cast<toolkit::PopUpList*>(control);
-    if (popup == nullptr) {
-        revertUIForKey(control, key);
-        return;
-    }
     const toolkit::Value value = key ? toolkit::valueInMap(outputBin_, *key) : toolkit::Value();
-    if (const auto* keyword = value.as<std::string>(); keyword != nullptr && popup->selectItemWithKeyword(*keyword))
-        return;
-    if (key != kMediaType)
+    auto* popup = dynamic_cast<toolkit::PopUpList*>(control);
+    if (showValue(control, value) || popup == nullptr || key != kMediaType)
         return;
     const std::string substitute(value.isText(kHagakiUra) ? kGlossy : kPlain);
     if (!popup->selectItemWithKeyword(substitute) || value.isText(kPlainDuplex))

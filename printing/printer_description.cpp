@@ -385,7 +385,9 @@ int PrinterDescription::modelNumber() const {
 }
 
 std::optional<std::string> PrinterDescription::modelName() const {
-    return record_->ppd == nullptr ? std::nullopt : textOrNone(record_->ppd->modelname);
+    if (record_->ppd == nullptr || record_->ppd->modelname == nullptr)
+        return std::nullopt;
+    return std::string(record_->ppd->modelname);
 }
 
 std::optional<std::string> PrinterDescription::shortNickname() const {

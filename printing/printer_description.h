@@ -75,8 +75,9 @@ public:
     [[nodiscard]] bool hasAttribute(std::string_view name) const;
 
     [[nodiscard]] int modelNumber() const;
-    /// nullopt where the PPD gives none.
+    /// The bytes of the attribute, not cleaned: for rules, not to be shown. nullopt where the PPD gives none.
     [[nodiscard]] std::optional<std::string> modelName() const;
+    /// nullopt where the PPD gives none.
     [[nodiscard]] std::optional<std::string> shortNickname() const;
     [[nodiscard]] CustomSizeLimits customSizeLimits() const;
     [[nodiscard]] bool allowsCustomSizes() const;

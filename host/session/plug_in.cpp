@@ -16,7 +16,7 @@ std::filesystem::path PlugIn::defaultBundle() {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     // From the program: the build tree's place, then the installed one.
-    const std::filesystem::path built = (program / ".." / "PlugIns" / kBundleName).lexically_normal();
+    std::filesystem::path built = (program / ".." / "PlugIns" / kBundleName).lexically_normal();
     if (std::filesystem::exists(built, error))
         return built;
     const std::filesystem::path installed =
