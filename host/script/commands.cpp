@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 
 namespace host {
 namespace {
@@ -305,6 +306,8 @@ void ScriptHost::print(const CommandReader& command, Json& answer) {
         std::error_code error;
         if (!std::filesystem::is_regular_file(request.documentPath, error))
             throw ScriptError("The document \"" + request.documentPath + "\" cannot be read: it is no file.");
+        if (!std::ifstream(request.documentPath))
+            throw ScriptError("The document \"" + request.documentPath + "\" cannot be read: permission denied.");
     }
 
     const bool go = session.shouldPrint();
@@ -398,7 +401,7 @@ void ScriptHost::preview(const CommandReader& command, Json& answer) {
                          {"cmFilter", jsonFromFilter(preview->colorMatrix)}};
     std::string error;
     if (command.has("file") && !imaging::writePng(bitmap, command.text("file"), error))
-        throw ScriptError(error);
+        throw ScriptError("The preview cannot be written: " + error + ".");
 }
 
 framework::MessageValue ScriptHost::messageArgument(const Json& json, Dialog* dialog, CVPrintQualityPDE* panel,

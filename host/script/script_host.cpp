@@ -123,6 +123,8 @@ std::string ScriptHost::answerLine(std::string_view line) {
 Json ScriptHost::answer(std::string_view line) {
     if (line.size() > kLongestLine)
         throw ScriptError("The line is longer than 8 MB.");
+    if (line.find('\0') != std::string_view::npos) // the parser would take it for the end
+        throw ScriptError("The line is not JSON.");
     bool tooDeep = false;
     const auto watchDepth = [&](int depth, Json::parse_event_t, Json&) {
         tooDeep = tooDeep || depth > kDeepestNesting;
