@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstring>
 #include <fcntl.h>
+#include <iterator>
 #include <sstream>
 #include <string.h>
 #include <sys/mman.h>
@@ -113,13 +114,19 @@ std::string translationLanguage(std::string_view text, const std::vector<std::st
             available.push_back(language);
     });
     const auto code = [](const std::string& language) { return language.substr(0, language.find_first_of("_-")); };
+    const auto region = [](std::string language) {
+        std::ranges::replace(language, '-', '_');
+        return language;
+    };
     for (const std::string& language : wanted) {
         const auto found =
             std::ranges::find_if(available, [&](const std::string& each) { return code(each) == code(language); });
-        if (code(language) == "en")
-            return {};
+        if (const auto same = std::ranges::find(available, region(language)); same != available.end())
+            return *same;
         if (found != available.end())
             return *found;
+        if (code(language) == "en")
+            return {};
     }
     return {};
 }
@@ -183,13 +190,14 @@ std::optional<std::pair<double, double>> customSize(std::string_view choice) {
         return std::nullopt;
     std::istringstream stream{std::string(choice.substr(kCustomPrefix.size()))};
     stream.imbue(std::locale::classic());
+    stream >> std::noskipws;
     double width = 0, height = 0;
     char times = 0;
     std::string unit;
     stream >> width >> times >> height;
     if (!stream || times != 'x' || !std::isfinite(width) || !std::isfinite(height))
         return std::nullopt;
-    stream >> unit;
+    unit.assign(std::istreambuf_iterator<char>(stream), {});
     constexpr std::pair<std::string_view, double> kUnits[] = {
         {"", 1}, {"pt", 1}, {"in", 72}, {"ft", 864}, {"cm", 72 / 2.54}, {"mm", 72 / 25.4}, {"m", 7200 / 2.54}};
     for (const auto& [name, points] : kUnits)
@@ -409,7 +417,7 @@ bool PrinterDescription::allowsCustomSizes() const {
 }
 
 std::optional<PageSize> PrinterDescription::pageSize(std::string_view keyword) const {
-    if (const auto size = customSize(keyword))
+    if (const auto size = customSize(keyword); size && allowsCustomSizes())
         return PageSize{.keyword = std::string(keyword), .width = size->first, .height = size->second};
     if (record_->ppd == nullptr)
         return std::nullopt;
@@ -445,7 +453,9 @@ bool PrinterDescription::mark(std::string_view option, std::string_view choice) 
         record_->customPageSize = name;
         return true;
     }
-    if (own->choice(choice) == nullptr)
+    // libcups finds choices without case, and would mark the first of two that differ in nothing else.
+    const ppd_choice_t* found = ppdFindChoice(record_->ppdOption(option), name.c_str());
+    if (own->choice(choice) == nullptr || found == nullptr || name != found->choice)
         return false;
     ppdMarkOption(record_->ppd.get(), own->keyword.c_str(), name.c_str());
     if (option == kPageSizeOption || option == kPageRegionOption)

@@ -38,7 +38,7 @@ std::shared_ptr<Bundle> Bundle::open(const std::filesystem::path& folder, Bundle
         languages.push_back(languageCode(language));
     bundle->view_ = std::move(view);
     if (bundle->view_.localize)
-        bundle->texts_ = openTextCatalogues(bundle->folder_ / "Resources", folder.stem().string(), languages);
+        bundle->texts_ = openTextCatalogues(bundle->folder_ / "Resources", bundle->folder_.stem().string(), languages);
     return bundle;
 }
 

@@ -3,8 +3,13 @@
 #include <nlohmann/json.hpp>
 
 namespace toolkit {
+namespace {
 
-Value valueFromJson(const nlohmann::json& json) {
+constexpr int kDeepestNesting = 64; // of lists and maps; what is deeper is left out
+
+Value valueFromJson(const nlohmann::json& json, int depth) {
+    if (depth > kDeepestNesting)
+        return {};
     switch (json.type()) {
     case nlohmann::json::value_t::string:
         return json.get<std::string>();
@@ -21,18 +26,24 @@ Value valueFromJson(const nlohmann::json& json) {
     case nlohmann::json::value_t::array: {
         ValueList list;
         for (const auto& element : json)
-            list.push_back(valueFromJson(element));
+            list.push_back(valueFromJson(element, depth + 1));
         return list;
     }
     case nlohmann::json::value_t::object: {
         ValueMap map;
         for (const auto& [key, element] : json.items())
-            map.insert_or_assign(key, valueFromJson(element));
+            map.insert_or_assign(key, valueFromJson(element, depth + 1));
         return map;
     }
     default:
         return {};
     }
+}
+
+} // namespace
+
+Value valueFromJson(const nlohmann::json& json) {
+    return valueFromJson(json, 0);
 }
 
 nlohmann::json jsonFromValue(const Value& value) {

@@ -53,12 +53,22 @@ public:
         if (id.empty()) // the catalogue's header
             return std::nullopt;
         for (const std::locale& catalogue : catalogues_)
-            if (const char* text = std::use_facet<Facet>(catalogue).get(0, nullptr, id.c_str()))
-                return std::string(text);
+            if (auto text = textIn(catalogue, id))
+                return text;
         return std::nullopt;
     }
 
 private:
+    // The library looks at most of a catalogue only when a text is asked for.
+    static std::optional<std::string> textIn(const std::locale& catalogue, const std::string& id) {
+        try {
+            const char* text = std::use_facet<Facet>(catalogue).get(0, nullptr, id.c_str());
+            return text == nullptr ? std::nullopt : std::optional(std::string(text));
+        } catch (const std::exception&) {
+            return std::nullopt; // a broken catalogue is as good as none
+        }
+    }
+
     std::vector<std::locale> catalogues_;
 };
 

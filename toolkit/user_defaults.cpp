@@ -128,15 +128,18 @@ std::optional<ValueMap> FileUserDefaults::persistentDomainForName(std::string_vi
     if (const auto pending = pending_.find(name); pending != pending_.end())
         return pending->second.after;
     StoredDomain stored = readDomain(fileForDomain(name));
+    lastRead_.insert_or_assign(std::string(name), stored.values);
     return stored.state == FileState::Sound ? std::optional(std::move(stored.values)) : std::nullopt;
 }
 
 void FileUserDefaults::setPersistentDomainForName(ValueMap domain, std::string_view name) {
-    const auto pending = pending_.find(name);
-    if (pending != pending_.end())
+    if (const auto pending = pending_.find(name); pending != pending_.end()) {
         pending->second.after = std::move(domain);
-    else
-        pending_.emplace(name, Pending{.before = readDomain(fileForDomain(name)).values, .after = std::move(domain)});
+        return;
+    }
+    const auto known = lastRead_.find(name);
+    ValueMap before = known != lastRead_.end() ? known->second : readDomain(fileForDomain(name)).values;
+    pending_.emplace(name, Pending{.before = std::move(before), .after = std::move(domain)});
 }
 
 bool FileUserDefaults::writeDomain(const std::string& name, const ValueMap& changed) {
@@ -178,10 +181,12 @@ bool FileUserDefaults::writeDomain(const std::string& name, const ValueMap& chan
 bool FileUserDefaults::synchronize() {
     lastError_.clear();
     for (auto entry = pending_.begin(); entry != pending_.end();) {
-        if (writeDomain(entry->first, entry->second.after))
+        if (writeDomain(entry->first, entry->second.after)) {
+            lastRead_.erase(entry->first);
             entry = pending_.erase(entry);
-        else
+        } else {
             ++entry;
+        }
     }
     return lastError_.empty();
 }

@@ -65,6 +65,7 @@ private:
     };
     std::filesystem::path folder_;
     std::map<std::string, Pending, std::less<>> pending_;
+    std::map<std::string, ValueMap, std::less<>> lastRead_; ///< what the caller knows of each domain
     std::string lastError_;
 };
 

@@ -45,7 +45,7 @@ public:
     /// Text: leading blanks, an optional sign, then digits up to the first other character; no digits give 0; too
     /// large for 64 bits gives the nearest limit. Reals are cut toward zero. Booleans read 1 and 0, all else 0.
     [[nodiscard]] std::int64_t integerReading() const;
-    /// Text: the longest leading decimal number, else 0, also where it does not fit a double. Booleans read 1 and 0, absent, lists and maps 0.
+    /// Text: the longest leading decimal number that fits a double, else 0. Booleans read 1 and 0, all else 0.
     [[nodiscard]] double realReading() const;
     /// Numbers: not zero. Text: after leading blanks, a sign and zeros, one of "YyTt" or a digit 1 to 9.
     [[nodiscard]] bool booleanReading() const;

@@ -120,7 +120,8 @@ public:
         const pugi::xml_parse_result parsed = document.load_file(path->c_str());
         const Widget root(document.child("ui").child("widget"));
         if (!parsed || root.node().empty()) {
-            error = "The view description \"" + path->string() + "\" is broken: " + parsed.description() + ".";
+            error = "The view description \"" + path->string() +
+                    "\" is broken: " + (parsed ? "It has no widget" : parsed.description()) + ".";
             return nullptr;
         }
         const std::string list = root.text("list");

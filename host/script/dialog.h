@@ -49,7 +49,7 @@ private:
     std::unique_ptr<toolkit::UserDefaults> userDefaults_;
     Refusals refusals_;
     std::map<std::string, bool> raises_; // true: a toolkit exception
-    SessionOptions options_; // until begin() hands them over
+    SessionOptions options_;             // until begin() hands them over
     std::shared_ptr<Session> session_;
 };
 

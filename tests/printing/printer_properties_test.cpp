@@ -86,9 +86,9 @@ TEST(PrinterProperties, NamesThatThePpdLacksAreNotMadeUp) {
     EXPECT_EQ(printer->shortNickname(), std::nullopt);
 }
 
-TEST(PrinterProperties, NamesAreCleanTexts) {
-    const auto printer = printerWith("*ModelName: \"Cor\avane\"\n*ShortNickName: \"Cor\x1B[1mvane\xFF\"\n");
-    EXPECT_EQ(printer->modelName(), "Corvane");
+TEST(PrinterProperties, TheModelNameIsGivenByteForByteAndTheNicknameAsACleanText) {
+    const auto printer = printerWith("*ModelName: \"Cor\avane\xFF\"\n*ShortNickName: \"Cor\x1B[1mvane\xFF\"\n");
+    EXPECT_EQ(printer->modelName(), "Cor\avane\xFF");
     EXPECT_EQ(printer->shortNickname(), "Cor[1mvane");
 }
 

@@ -29,7 +29,7 @@ USER = "nobody" if "--plain-user" in sys.argv and os.geteuid() == 0 else None  #
 SERVERS_OWN = {
     "date-time-at-creation", "date-time-at-processing", "document-name-supplied", "finishings",
     "job-originating-host-name", "job-uuid", "number-up", "print-color-mode", "time-at-creation", "time-at-processing",
-}  # fmt: skip
+}
 
 
 class CupsOption(ctypes.Structure):
@@ -119,7 +119,7 @@ class MainJob(unittest.TestCase):
         self.do("choose", panel="print", control="jpegPopup", choice="ON")
         refused = self.do("host")["host"]["refused"]
         self.assertEqual([(each["option"], each["with"]) for each in refused],
-                         [("CVInputSlot", [["CVMediaType", "Glossy"]]), ("CVJpeg", [["MirrorPrint", "True"]])])  # fmt: skip
+                         [("CVInputSlot", [["CVMediaType", "Glossy"]]), ("CVJpeg", [["MirrorPrint", "True"]])])
         for panel in ("print", "color"):
             self.do("save", panel=panel)
 
@@ -141,7 +141,7 @@ class MainJob(unittest.TestCase):
         # The colour panel's pop-up still showed the old pattern when the matching was chosen, and reading the panel's
         # controls marked it again.
         "CVHalfTonePattern": "Dither",
-    }  # fmt: skip
+    }
 
     def test_the_summary_tells_what_was_chosen(self):
         self.change_an_option_of_each_kind()
@@ -154,7 +154,7 @@ class MainJob(unittest.TestCase):
         self.assertNotIn("Dedicated Media", summary["entries"])
         summary = self.do("summary", panel="color")["summary"]
         self.assertEqual(summary["order"], ["Color Matching", "Halftone Pattern", "Color Enhancement", "Brightness",
-                                            "Contrast", "Red", "Green", "Blue"])  # fmt: skip
+                                            "Contrast", "Red", "Green", "Blue"])
         self.assertEqual(summary["entries"]["Brightness"], 12)
         self.assertEqual(summary["entries"]["Color Matching"], "Vivid")
 
@@ -183,17 +183,17 @@ class MainJob(unittest.TestCase):
 
     def test_print_settings_of_every_kind_arrive(self):
         self.do("open", ppd=A3, languages=["en"], settings={"Text": "two words, \"quoted\"", "Whole": -7, "Half": 0.5,
-                                                            "Yes": True, "No": False, "Japanese": "日本語"})  # fmt: skip
+                                                            "Yes": True, "No": False, "Japanese": "日本語"})
         self.do("paper", paper={"name": "Custom", "ppdName": None, "width": 300, "height": 500.5})
         answer = self.do("print", file=str(DOCUMENT), to=self.queue)
         options = answer["ticket"]["options"]
         self.assertEqual({name: options[name] for name in ("Text", "Whole", "Half", "Yes", "No", "PageSize")},
                          {"Text": "two words, \"quoted\"", "Whole": "-7", "Half": "0.5", "Yes": "true", "No": "false",
-                          "PageSize": "Custom.300x500.5"})  # fmt: skip
+                          "PageSize": "Custom.300x500.5"})
         arguments, _ = self.record_of(answer["job"])
         received = parse_options(arguments["options"])
         self.assertEqual(booleans_without_case({name: received[name] for name in options}),
-                         booleans_without_case(options))  # fmt: skip
+                         booleans_without_case(options))
 
     def test_a_job_that_the_user_stops_reaches_nothing(self):
         self.do("open", ppd=A3, languages=["en"])

@@ -24,9 +24,16 @@ class Ppd:
     limits: dict  # "Width" and "Height" of custom sizes -> (smallest, largest), points
 
 
-def read_sample(model):
-    """The PPD of a sample printer, such as "corvane-a3"."""
-    return read_text((MODELS / (model + ".ppd")).read_text(encoding="utf-8"))
+def read_sample(model, language="en"):
+    """The PPD of a sample printer, such as "corvane-a3", with its texts in this language."""
+    text = (MODELS / (model + ".ppd")).read_text(encoding="utf-8")
+    ppd = read_text(text)
+    for option, choice, translation in re.findall(r"^\*%s\.(\w+) ([^/]+)/([^:]*):" % language, text, re.MULTILINE):
+        if choice in ppd.options and option == "Translation":
+            ppd.options[choice].text = translation
+        elif option in ppd.options:
+            ppd.options[option].choices[choice] = translation
+    return ppd
 
 
 def read_text(text):

@@ -42,7 +42,8 @@ TestHost::~TestHost() {
 
 void TestHost::reopenBundle(toolkit::BundleView view) {
     std::string error;
-    bundle = toolkit::Bundle::open(std::string(CV_BINARY_DIR) + "/PlugIns/CVInkQuality12.plugin", std::move(view), error);
+    bundle =
+        toolkit::Bundle::open(std::string(CV_BINARY_DIR) + "/PlugIns/CVInkQuality12.plugin", std::move(view), error);
     if (bundle == nullptr)
         throw std::runtime_error(error);
 }
@@ -88,8 +89,7 @@ toolkit::AlertAnswer TestHost::runModalAlert(const toolkit::Alert& alert) {
     return answer("alert", alert);
 }
 
-void TestHost::beginSheet(const toolkit::Alert& alert,
-                          const std::function<void(const toolkit::AlertAnswer&)>& didEnd) {
+void TestHost::beginSheet(const toolkit::Alert& alert, const std::function<void(const toolkit::AlertAnswer&)>& didEnd) {
     didEnd(answer("sheet", alert));
 }
 
