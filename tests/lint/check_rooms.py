@@ -8,8 +8,6 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 ROOM_LINE = re.compile(r"^set\(CV_ROOM_(\w+)\s+(\d)\s+([^)]*)\)", re.M)
 INCLUDE = re.compile(r'^\s*#include\s+[<"]([^>"]+)[>"]', re.M)
-# Where a room with an underscore stands in a folder of its own.
-FOLDERS = {"host_jobs": "host/jobs", "host_session": "host/session", "host_script": "host/script"}
 # Who may include the headers of an outside library.
 RESTRICTED = {
     "cups/ppd.h": ["printing/printer_description.cpp"],
@@ -23,7 +21,7 @@ def rooms():
 
 
 def folder(room):
-    return FOLDERS.get(room, room)
+    return room.replace("host_", "host/", 1)  # the host's rooms share a folder
 
 
 def room_of_include(include, names):
