@@ -21,6 +21,12 @@
 namespace printing {
 namespace {
 
+// Options that libcups unmarks one for the other.
+bool marksOthersToo(std::string_view option) {
+    constexpr std::string_view kOptions[] = {"PageSize", "PageRegion", "InputSlot", "ManualFeed"};
+    return std::ranges::find(kOptions, option) != std::end(kOptions);
+}
+
 struct ClosePpd {
     void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
 };
@@ -457,6 +463,10 @@ bool PrinterDescription::mark(std::string_view option, std::string_view choice) 
     const ppd_choice_t* found = ppdFindChoice(record_->ppdOption(option), name.c_str());
     if (own->choice(choice) == nullptr || found == nullptr || name != found->choice)
         return false;
+    // Marking counts all conflicts, which costs more than all else; a choice that is marked needs none of it, save for
+    // the options whose marking also unmarks others.
+    if (!marksOthersToo(option) && record_->markedChoice(option) == choice)
+        return true;
     ppdMarkOption(record_->ppd.get(), own->keyword.c_str(), name.c_str());
     if (option == kPageSizeOption || option == kPageRegionOption)
         record_->customPageSize.clear();
