@@ -14,7 +14,9 @@ set(CV_ROOM_plugin         4 print_settings color_settings framework toolkit pri
 set(CV_ROOM_host_jobs      4 framework toolkit printing imaging)
 set(CV_ROOM_host_session   4 host_jobs framework toolkit printing imaging)
 set(CV_ROOM_host_script    4 host_session host_jobs framework toolkit printing imaging)
-set(CV_ROOM_apps           5 host_script host_session host_jobs framework toolkit printing imaging)
+set(CV_ROOM_host_command_line 4 host_session host_jobs framework toolkit printing imaging)
+set(CV_ROOM_host_window    4 host_command_line host_session host_jobs framework toolkit printing imaging)
+set(CV_ROOM_apps           5 host_command_line host_script host_session host_jobs framework toolkit printing imaging)
 
 # cv_check_uses(<room> <used room>...)  Stops the configuration at the first arrow that does not point down.
 function(cv_check_uses room)

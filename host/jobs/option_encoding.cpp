@@ -126,13 +126,6 @@ std::string valueText(ipp_attribute_t* attribute, int index) {
     }
 }
 
-std::string attributeText(ipp_attribute_t* attribute) {
-    std::string text;
-    for (int index = 0; index < ippGetCount(attribute); ++index)
-        text += (index == 0 ? "" : ",") + valueText(attribute, index);
-    return text;
-}
-
 bool isString(ipp_tag_t tag) {
     constexpr std::array kStringTags{IPP_TAG_NAME,     IPP_TAG_TEXT,     IPP_TAG_KEYWORD, IPP_TAG_URI,
                                      IPP_TAG_MIMETYPE, IPP_TAG_LANGUAGE, IPP_TAG_CHARSET};
@@ -210,6 +203,13 @@ std::string refusalForOption(const JobOption& option) {
 }
 
 } // namespace
+
+std::string attributeText(ipp_attribute_t* attribute) {
+    std::string text;
+    for (int index = 0; index < ippGetCount(attribute); ++index)
+        text += (index == 0 ? "" : ",") + valueText(attribute, index);
+    return text;
+}
 
 std::string refusalForOptions(const std::vector<JobOption>& options) {
     std::size_t bytes = 0;

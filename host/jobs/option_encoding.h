@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-typedef struct _ipp_s ipp_t; // the printing library's own, kept out of this header's readers
+typedef struct _ipp_attribute_s ipp_attribute_t;
+typedef struct _ipp_s ipp_t; // both the printing library's own, kept out of this header's readers
 
 namespace host {
 
@@ -26,5 +27,8 @@ void addOptions(ipp_t* request, const std::vector<JobOption>& options);
 /// The MIME type under which the document is sent: that of the option "document-format", or the raw one where "raw" is
 /// on, or else the one that lets the server find out.
 std::string documentFormat(const std::vector<JobOption>& options);
+
+/// The attribute's values, other than Booleans, as a filter reads them, with commas between.
+std::string attributeText(ipp_attribute_t* attribute);
 
 } // namespace host

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -27,5 +28,11 @@ struct JobLimits {
 /// A job in a paused queue is accepted: ok, with a note.
 [[nodiscard]] JobResult submitToQueue(const QueueAddress& address, const JobRequest& request,
                                       const JobLimits& limits = {}, const JobProgress& progress = {});
+
+/// The same for several documents, which become one job and are printed in this order; the request's own path is not
+/// read. The progress is that of each document in turn.
+[[nodiscard]] JobResult submitDocumentsToQueue(const QueueAddress& address, const JobRequest& request,
+                                               const std::vector<std::string>& paths, const JobLimits& limits = {},
+                                               const JobProgress& progress = {});
 
 } // namespace host

@@ -1,0 +1,332 @@
+#include "host/command_line/command_line.h"
+
+#include "host/command_line/arguments.h"
+#include "host/command_line/dialog_module.h"
+#include "host/command_line/prepared_job.h"
+#include "host/command_line/reports.h"
+#include "host/command_line/spooled_input.h"
+#include "host/jobs/folder_submission.h"
+#include "host/jobs/job_changes.h"
+#include "host/jobs/job_text.h"
+#include "host/jobs/queue_submission.h"
+#include "host/jobs/queues.h"
+#include "host/session/plug_in.h"
+#include "toolkit/preferred_languages.h"
+#include "toolkit/user_defaults.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <unistd.h>
+
+namespace host {
+namespace {
+
+constexpr const char* kStandardInput = "-";
+constexpr const char* kStandardInputTitle = "(stdin)";
+
+/// The user's preferences as they stand. What would be kept is kept as long as the object: a print without a window
+/// changes no preference.
+class ReadOnlyDefaults final : public toolkit::UserDefaults {
+public:
+    std::optional<toolkit::ValueMap> persistentDomainForName(std::string_view name) override {
+        if (auto own = written_.persistentDomainForName(name))
+            return own;
+        return file_ ? file_->persistentDomainForName(name) : std::nullopt;
+    }
+    void setPersistentDomainForName(toolkit::ValueMap domain, std::string_view name) override {
+        written_.setPersistentDomainForName(std::move(domain), name);
+    }
+    bool synchronize() override { return true; }
+
+private:
+    static std::optional<toolkit::FileUserDefaults> openFile() {
+        const auto folder = toolkit::FileUserDefaults::userFolder();
+        return folder ? std::optional<toolkit::FileUserDefaults>(std::in_place, *folder) : std::nullopt;
+    }
+
+    std::optional<toolkit::FileUserDefaults> file_ = openFile();
+    toolkit::MemoryUserDefaults written_;
+};
+
+/// A run of the command.
+class PrintCommand {
+public:
+    explicit PrintCommand(Arguments arguments) : arguments_(std::move(arguments)) {}
+
+    int run();
+
+private:
+    int fail(int status, const std::string& sentence) const {
+        std::cerr << arguments_.program << ": " << sentence << std::endl;
+        return status;
+    }
+    void note(const std::string& sentence) const { fail(kExitDone, sentence); }
+
+    [[nodiscard]] std::filesystem::path bundle() const {
+        return arguments_.bundle.empty() ? PlugIn::defaultBundle() : std::filesystem::path(arguments_.bundle);
+    }
+    [[nodiscard]] std::string spoolDocuments();
+    [[nodiscard]] std::string findQueue();
+    [[nodiscard]] std::string readPpd();
+    [[nodiscard]] std::string destination() const;
+    void putOwnFields();
+    int changeSentJob();
+    int runDialog();
+    int prepareAndPrint();
+    int report(PreparedJob& job);
+    int submit();
+
+    Arguments arguments_;
+    SpooledInput input_;
+    std::vector<std::string> documents_;
+    JobRequest request_;
+    JobSource source_;
+    ReadOnlyDefaults defaults_;
+};
+
+/// Empty, or why there is nothing to print.
+std::string PrintCommand::spoolDocuments() {
+    if (arguments_.files.empty())
+        arguments_.files.emplace_back(kStandardInput);
+    for (const std::string& file : arguments_.files) {
+        if (file != kStandardInput) {
+            documents_.push_back(file);
+            continue;
+        }
+        if (input_.path().empty())
+            if (std::string failure = input_.readFrom(STDIN_FILENO); !failure.empty())
+                return failure;
+        documents_.push_back(input_.path());
+    }
+    if (request_.title.empty() && arguments_.files.front() == kStandardInput)
+        request_.title = kStandardInputTitle;
+    request_.documentPath = documents_.front();
+    return {};
+}
+
+/// Finds the queue and what is kept for it. Empty, or why there is none.
+std::string PrintCommand::findQueue() {
+    const QueueList list = listQueues(arguments_.server);
+    if (!list.error.empty())
+        return list.error;
+    const auto named = [&](const Queue& each) {
+        return arguments_.queue.empty() ? each.isDefault
+                                        : each.name == arguments_.queue && each.instance == arguments_.instance;
+    };
+    const auto found = std::ranges::find_if(list.queues, named);
+    if (found != list.queues.end()) {
+        arguments_.queue = found->name;
+        arguments_.instance = found->instance;
+        source_.kept = found->options;
+        return {};
+    }
+    if (arguments_.queue.empty())
+        return "There is no default queue: name one by -d.";
+    const bool queueExists = std::ranges::find(list.queues, arguments_.queue, &Queue::name) != list.queues.end();
+    return queueExists ? "The queue " + quotedText(arguments_.queue) + " has no instance " +
+                             quotedText(arguments_.instance) + "."
+                       : "There is no queue " + quotedText(arguments_.queue) + ": name another one by -d.";
+}
+
+/// Reads the PPD that is used. Empty, or why it cannot be read.
+std::string PrintCommand::readPpd() {
+    if (arguments_.ppd.empty()) {
+        FetchedPpd fetched = fetchPpd({.server = arguments_.server, .queue = arguments_.queue});
+        source_.ppdText = std::move(fetched.text);
+        source_.ppdName = "The PPD of the queue " + quotedText(arguments_.queue);
+        return fetched.error;
+    }
+    std::string error; // opened first: only a regular file of a sensible size passes
+    if (printing::PrinterDescription::openFile(arguments_.ppd, source_.languages, error) == nullptr)
+        return error;
+    std::ifstream file(arguments_.ppd, std::ios::binary);
+    source_.ppdText.assign(std::istreambuf_iterator<char>(file), {});
+    source_.ppdName = "The PPD " + quotedText(arguments_.ppd);
+    return {};
+}
+
+std::string PrintCommand::destination() const {
+    if (!arguments_.folder.empty())
+        return arguments_.folder;
+    return arguments_.queue + (arguments_.instance.empty() ? "" : "/" + arguments_.instance);
+}
+
+int PrintCommand::run() {
+    // For every thread of this process, that of a dialog too.
+    if (!arguments_.user.empty())
+        ::setenv("CUPS_USER", arguments_.user.c_str(), 1);
+    if (arguments_.encrypts)
+        ::setenv("CUPS_ENCRYPTION", "Required", 1);
+    if (!arguments_.job.empty())
+        return changeSentJob();
+    return arguments_.showsDialog ? runDialog() : prepareAndPrint();
+}
+
+int PrintCommand::changeSentJob() {
+    JobChange change{.job = arguments_.job,
+                     .title = arguments_.title,
+                     .copies = arguments_.copies,
+                     .priority = arguments_.priority,
+                     .holdUntil = arguments_.holdUntil,
+                     .restarts = arguments_.restarts,
+                     .options = arguments_.options};
+    const std::string failure = changeJob(arguments_.server, change);
+    return failure.empty() ? kExitDone : fail(kExitNotPrinted, failure);
+}
+
+/// What has a letter of its own goes before the same option's general form.
+void PrintCommand::putOwnFields() {
+    if (arguments_.copies)
+        request_.copies = *arguments_.copies;
+    if (arguments_.priority != 0)
+        request_.priority = arguments_.priority;
+    if (!arguments_.holdUntil.empty())
+        request_.holdUntil = arguments_.holdUntil;
+    if (!arguments_.title.empty())
+        request_.title = arguments_.title;
+}
+
+int PrintCommand::runDialog() {
+    std::string error;
+    DialogEntry* const dialog = loadDialog(error);
+    if (dialog == nullptr)
+        return fail(kExitNoDialog, error);
+    std::vector<JobOption> choices = arguments_.options;
+    for (const std::string& complaint : takeJobFields(choices, request_))
+        note(complaint);
+    putOwnFields();
+    const bool hasNoDocument = arguments_.files.empty() && ::isatty(STDIN_FILENO) == 1; // the dialog shows none then
+    if (!hasNoDocument)
+        if (error = spoolDocuments(); !error.empty())
+            return fail(kExitNotPrinted, error);
+    return dialog({.documents = documents_,
+                   .title = request_.title,
+                   .printer = arguments_.queue,
+                   .instance = arguments_.instance,
+                   .server = arguments_.server,
+                   .ppd = arguments_.ppd,
+                   .folder = arguments_.folder,
+                   .choices = choices,
+                   .copies = request_.copies,
+                   .priority = request_.priority,
+                   .holdUntil = request_.holdUntil,
+                   .bundle = bundle()});
+}
+
+int PrintCommand::prepareAndPrint() {
+    source_.languages = toolkit::preferredLanguages();
+    source_.bundle = bundle();
+    source_.defaults = &defaults_;
+    const bool needsQueue =
+        arguments_.ppd.empty() || !arguments_.queue.empty() || (arguments_.folder.empty() && !arguments_.onlyReports());
+    std::string error;
+    if (needsQueue)
+        error = findQueue();
+    if (error.empty())
+        error = readPpd();
+    if (!error.empty())
+        return fail(kExitNotPrinted, error);
+
+    source_.given = arguments_.options;
+    takeJobFields(source_.kept, request_);
+    for (const std::string& complaint : takeJobFields(source_.given, request_))
+        note(complaint);
+    putOwnFields();
+
+    if (!arguments_.onlyReports())
+        if (error = spoolDocuments(); !error.empty())
+            return fail(kExitNotPrinted, error);
+    TerminalAlerts alerts(arguments_.hidesAlerts ? nullptr : &std::cerr, arguments_.program,
+                          arguments_.stopsOnAlert ? TerminalAlerts::Answer::Stop : TerminalAlerts::Answer::GoOn);
+    source_.alerts = &alerts;
+    const auto job = PreparedJob::prepare(std::move(source_), error);
+    if (job == nullptr)
+        return fail(kExitNotPrinted, error);
+    if (arguments_.onlyReports() && !arguments_.dryRun && !arguments_.explain)
+        return report(*job);
+    for (const std::string& problem : job->problems())
+        if (!arguments_.check) // which tells them itself
+            note(problem);
+    const bool prints = job->shouldPrint() && !(arguments_.stopsOnAlert && alerts.wasShown());
+    request_.options = job->options();
+    if (arguments_.onlyReports()) {
+        const int status = report(*job);
+        return status == kExitDone && !prints ? fail(kExitStoppedByAlert, "The job would not be printed.") : status;
+    }
+    if (!prints)
+        return fail(kExitStoppedByAlert, "The job was not printed, because of what the panels say.");
+    return submit();
+}
+
+int PrintCommand::report(PreparedJob& job) {
+    if (arguments_.explain)
+        writeExplanation(std::cout, job);
+    if (arguments_.summary)
+        writeSummary(std::cout, job);
+    if (arguments_.dryRun) {
+        const PlannedJob planned{.destination = destination(),
+                                 .title = request_.title.empty() && !arguments_.files.empty()
+                                              ? documentName(arguments_.files.front())
+                                              : plainText(request_.title, kMaximumTitleBytes),
+                                 .copies = request_.copies,
+                                 .options = request_.options};
+        (arguments_.json ? writeOptionsAsJson : writeOptions)(std::cout, planned);
+    }
+    std::cout.flush();
+    if (!arguments_.check)
+        return kExitDone;
+    for (const auto* sentences : {&job.problems(), &job.unknownOptions()})
+        for (const std::string& sentence : *sentences)
+            note(sentence);
+    return job.problems().empty() && job.unknownOptions().empty() ? kExitDone : kExitCheckFailed;
+}
+
+int PrintCommand::submit() {
+    if (!arguments_.folder.empty()) {
+        for (const std::string& document : documents_) {
+            request_.documentPath = document;
+            const JobResult result = submitToFolder(arguments_.folder, request_);
+            if (!result.ok)
+                return fail(kExitNotPrinted, result.error);
+            if (!arguments_.isSilent)
+                std::cout << "ticket is " << result.path << std::endl;
+        }
+        return kExitDone;
+    }
+    const JobResult result =
+        submitDocumentsToQueue({.server = arguments_.server, .queue = arguments_.queue}, request_, documents_);
+    if (!result.ok)
+        return fail(kExitNotPrinted, result.error);
+    if (!arguments_.isSilent)
+        std::cout << "request id is " << arguments_.queue << "-" << result.jobId << " (" << documents_.size()
+                  << " file(s))" << std::endl;
+    if (!result.note.empty())
+        note(result.note);
+    return kExitDone;
+}
+
+} // namespace
+
+int runPrintCommand(const std::vector<std::string>& given, const std::string& version) {
+    std::string error;
+    Arguments arguments = readArguments(given, error);
+    if (!error.empty()) {
+        std::cerr << arguments.program << ": " << error << std::endl;
+        return kExitUsage;
+    }
+    if (arguments.showsHelp) {
+        std::cout << usage(arguments.program) << std::flush;
+        return kExitDone;
+    }
+    if (arguments.showsVersion) {
+        std::cout << arguments.program << " " << version << std::endl;
+        return kExitDone;
+    }
+    return PrintCommand(std::move(arguments)).run();
+}
+
+} // namespace host

@@ -1,0 +1,25 @@
+#include "host/jobs/option_parsing.h"
+
+#include <cups/cups.h>
+#include <cups/pwg.h>
+
+namespace host {
+
+std::vector<JobOption> parsedOptions(const std::string& text) {
+    cups_option_t* parsed = nullptr;
+    const int count = cupsParseOptions(text.c_str(), 0, &parsed);
+    std::vector<JobOption> options;
+    for (int index = 0; index < count; ++index)
+        options.push_back({parsed[index].name, parsed[index].value});
+    cupsFreeOptions(count, parsed);
+    return options;
+}
+
+std::string pageSizeOfMedia(const std::string& media) {
+    const pwg_media_t* found = pwgMediaForPWG(media.c_str());
+    if (found == nullptr)
+        found = pwgMediaForLegacy(media.c_str());
+    return found == nullptr || found->ppd == nullptr ? "" : found->ppd;
+}
+
+} // namespace host

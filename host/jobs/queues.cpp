@@ -1,0 +1,244 @@
+#include "host/jobs/queues.h"
+
+#include "host/jobs/job_text.h"
+#include "host/jobs/option_encoding.h"
+#include "host/jobs/server_connection.h"
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <map>
+#include <string_view>
+#include <utility>
+
+namespace host {
+namespace {
+
+constexpr std::size_t kLargestPpd = 4 << 20; // bytes; a larger one is none that could be opened
+constexpr std::size_t kMaximumTextBytes = 255;
+constexpr std::string_view kDefaultSuffix = "-default";
+
+/// Names under which the library tells of a queue itself among the options that are kept for it.
+constexpr std::string_view kAboutTheQueue[] = {"auth-info-required", "device-uri"};
+constexpr std::string_view kAboutTheQueuePrefixes[] = {"printer-", "marker-"};
+
+struct StateName {
+    std::string_view value;
+    const char* word;
+};
+constexpr StateName kStates[] = {{"3", "idle"}, {"4", "processing"}, {"5", "stopped"}};
+
+using OptionMap = std::map<std::string, std::string, std::less<>>;
+
+std::string valueText(ipp_attribute_t* attribute) {
+    if (ippGetValueTag(attribute) == IPP_TAG_BOOLEAN)
+        return ippGetBoolean(attribute, 0) ? "true" : "false";
+    return attributeText(attribute);
+}
+
+std::string noAnswer(const Server& server, const Connection& connection, const JobLimits& limits) {
+    if (connection.timedOut())
+        return "There is no answer from " + server.name + ": it gave no sign of life for " +
+               std::to_string(limits.response.count()) + " ms; check that it is not overloaded or stopped.";
+    return "There is no answer from " + server.name + " that could be used (" + plainText(cupsLastErrorString(), 200) +
+           "): check that it is a print server and that you may use it.";
+}
+
+Message question(ipp_op_t operation, std::initializer_list<const char*> attributes) {
+    Message request(ippNewRequest(operation), &ippDelete);
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+                  static_cast<int>(attributes.size()), nullptr, attributes.begin());
+    return request;
+}
+
+/// Each queue of the answer, with the options that jobs have there unless they say otherwise.
+std::map<std::string, OptionMap> defaultsByQueue(ipp_t* response) {
+    std::map<std::string, OptionMap> queues;
+    std::string name;
+    OptionMap defaults;
+    const auto endQueue = [&] {
+        if (!name.empty())
+            queues.insert_or_assign(std::exchange(name, {}), std::exchange(defaults, {}));
+    };
+    for (ipp_attribute_t* each = ippFirstAttribute(response); each != nullptr; each = ippNextAttribute(response)) {
+        const char* attribute = ippGetName(each);
+        if (attribute == nullptr) { // stands between two queues
+            endQueue();
+            continue;
+        }
+        const std::string_view text(attribute);
+        if (text == "printer-name")
+            name = ippGetString(each, 0, nullptr);
+        else if (text.ends_with(kDefaultSuffix))
+            defaults.insert_or_assign(std::string(text.substr(0, text.size() - kDefaultSuffix.size())),
+                                      valueText(each));
+    }
+    endQueue();
+    return queues;
+}
+
+bool isAboutTheQueue(std::string_view name) {
+    return std::ranges::find(kAboutTheQueue, name) != std::end(kAboutTheQueue) ||
+           std::ranges::any_of(kAboutTheQueuePrefixes,
+                               [name](std::string_view prefix) { return name.starts_with(prefix); });
+}
+
+std::string textOption(const cups_dest_t& destination, const char* name) {
+    const char* value = cupsGetOption(name, destination.num_options, destination.options);
+    return value == nullptr ? "" : plainText(value, kMaximumTextBytes);
+}
+
+Queue queueOf(const cups_dest_t& destination, const OptionMap& defaults) {
+    Queue queue{.name = destination.name,
+                .instance = destination.instance == nullptr ? "" : destination.instance,
+                .description = textOption(destination, "printer-info"),
+                .location = textOption(destination, "printer-location"),
+                .isDefault = destination.is_default != 0,
+                .isAccepting = textOption(destination, "printer-is-accepting-jobs") != "false",
+                .state = {},
+                .options = {}};
+    const std::string state = textOption(destination, "printer-state");
+    if (const auto* known = std::ranges::find(kStates, state, &StateName::value); known != std::end(kStates))
+        queue.state = known->word;
+    for (int index = 0; index < destination.num_options; ++index) {
+        const cups_option_t& option = destination.options[index];
+        const auto serversOwn = defaults.find(std::string_view(option.name));
+        if (!isAboutTheQueue(option.name) && (serversOwn == defaults.end() || serversOwn->second != option.value))
+            queue.options.push_back({option.name, option.value});
+    }
+    return queue;
+}
+
+/// The destinations as the library knows them.
+class Destinations {
+public:
+    explicit Destinations(http_t* http) : count_(cupsGetDests2(http, &list_)) {}
+    ~Destinations() { cupsFreeDests(count_, list_); }
+    Destinations(const Destinations&) = delete;
+    Destinations& operator=(const Destinations&) = delete;
+
+    const cups_dest_t* begin() const { return list_; }
+    const cups_dest_t* end() const { return list_ + count_; }
+
+private:
+    cups_dest_t* list_ = nullptr;
+    int count_ = 0;
+};
+
+// -- PPDs
+
+/// What came back for a PPD.
+struct Download {
+    http_status_t status = HTTP_STATUS_ERROR;
+    std::string text;
+    bool tooLarge = false;
+};
+
+Download download(const Connection& connection, const std::string& resource) {
+    Download result;
+    http_t* http = connection.http();
+    httpClearFields(http);
+    if (httpGet(http, resource.c_str()) != 0)
+        return result;
+    do
+        result.status = httpUpdate(http);
+    while (result.status == HTTP_STATUS_CONTINUE);
+    if (result.status != HTTP_STATUS_OK) {
+        httpFlush(http);
+        return result;
+    }
+    std::array<char, 16 * 1024> piece;
+    for (ssize_t count; (count = httpRead2(http, piece.data(), piece.size())) != 0;) {
+        if (count < 0 || connection.timedOut()) {
+            result.status = HTTP_STATUS_ERROR;
+            return result;
+        }
+        result.text.append(piece.data(), static_cast<std::size_t>(count));
+        if (result.text.size() > kLargestPpd) {
+            result.tooLarge = true;
+            return result;
+        }
+    }
+    return result;
+}
+
+/// Asks whether the queue exists. Of a class, `queue` becomes the first member, whose PPD stands for the class's.
+std::string askForQueue(QueuePath& queue, const Server& server, Connection& connection, const JobLimits& limits) {
+    Message request = question(IPP_OP_GET_PRINTER_ATTRIBUTES, {"printer-name", "member-names"});
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, queue.uri.c_str());
+    const Message response = connection.ask(std::move(request), "/");
+    if (response && ippGetStatusCode(response.get()) == IPP_STATUS_ERROR_NOT_FOUND)
+        return "The queue " + quotedText(queue.name) + " on " + server.name + " does not exist: choose another queue.";
+    if (!response || ippGetStatusCode(response.get()) > IPP_STATUS_OK_CONFLICTING)
+        return noAnswer(server, connection, limits);
+    if (ipp_attribute_t* members = ippFindAttribute(response.get(), "member-names", IPP_TAG_NAME))
+        return readQueue(ippGetString(members, 0, nullptr), queue);
+    return {};
+}
+
+} // namespace
+
+QueueList listQueues(const std::string& address, const JobLimits& given) {
+    const JobLimits limits = boundedLimits(given);
+    QueueList list;
+    Server server;
+    list.error = readServer(address, server);
+    if (!list.error.empty())
+        return list;
+    const NoPasswords noPasswords;
+    Connection connection(server, limits.connect, limits.response);
+    if (!connection.isOpen()) {
+        list.error = connection.unreachable(server);
+        return list;
+    }
+    const Message response = connection.ask(question(IPP_OP_CUPS_GET_PRINTERS, {"printer-name", "job-template"}), "/");
+    const ipp_status_t status = response ? ippGetStatusCode(response.get()) : IPP_STATUS_ERROR_INTERNAL;
+    if (status == IPP_STATUS_ERROR_NOT_FOUND)
+        return list; // a server without queues
+    if (status > IPP_STATUS_OK_CONFLICTING) {
+        list.error = noAnswer(server, connection, limits);
+        return list;
+    }
+    // The library may also know of printers that the network announces: only what this server has is printed on.
+    const auto known = defaultsByQueue(response.get());
+    const Destinations destinations(connection.http());
+    for (const cups_dest_t& destination : destinations)
+        if (const auto found = known.find(destination.name); found != known.end())
+            list.queues.push_back(queueOf(destination, found->second));
+    if (list.queues.size() < known.size())
+        list.error = noAnswer(server, connection, limits);
+    std::ranges::sort(list.queues, {}, [](const Queue& each) { return std::pair(each.name, each.instance); });
+    return list;
+}
+
+FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given) {
+    const JobLimits limits = boundedLimits(given);
+    Server server;
+    QueuePath queue;
+    FetchedPpd result{.text = {}, .error = readServer(address.server, server)};
+    if (result.error.empty())
+        result.error = readQueue(address.queue, queue);
+    if (!result.error.empty())
+        return result;
+    const NoPasswords noPasswords;
+    Connection connection(server, limits.connect, limits.response);
+    if (!connection.isOpen()) {
+        result.error = connection.unreachable(server);
+        return result;
+    }
+    result.error = askForQueue(queue, server, connection, limits);
+    if (!result.error.empty())
+        return result;
+    Download ppd = download(connection, "/printers/" + queue.name + ".ppd");
+    if (ppd.tooLarge)
+        result.error = "The PPD of the queue " + quotedText(queue.name) + " on " + server.name +
+                       " is larger than 4 MB: have a proper one installed.";
+    else if (ppd.status == HTTP_STATUS_OK)
+        result.text = std::move(ppd.text);
+    else if (ppd.status != HTTP_STATUS_NOT_FOUND)
+        result.error = noAnswer(server, connection, limits);
+    return result;
+}
+
+} // namespace host

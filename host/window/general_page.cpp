@@ -1,0 +1,268 @@
+#include "host/window/general_page.h"
+
+#include "framework/option_keywords.h"
+#include "host/window/form_binder.h"
+#include "host/window/free_size_editor.h"
+#include "host/window/mnemonics.h"
+#include "host/window/session_starter.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+
+namespace host {
+namespace {
+
+constexpr int kMostCopies = 9999;
+constexpr std::string_view kColorMatchingAttribute = "APSupportsCustomColorMatching";
+constexpr const char* kFreeSize = "";     // the free size among the papers' keywords
+constexpr const char* kCustom = "Custom"; // the PPD's own entry for it
+
+QString ofUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QComboBox* makeList(const char* name) {
+    auto* list = new QComboBox;
+    list->setObjectName(name);
+    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return list;
+}
+
+std::string dataOf(const QComboBox& list, int index) {
+    return list.itemData(index).toString().toStdString();
+}
+
+void selectData(QComboBox& list, const std::string& data) {
+    const QSignalBlocker quiet(list);
+    list.setCurrentIndex(list.findData(ofUtf8(data)));
+}
+
+} // namespace
+
+GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choices)
+    : language_(language), takenLetters_(std::move(takenLetters)), choices_(std::move(choices)),
+      layout_(new QFormLayout(this)), printerList_(makeList("printerList")), lookingLabel_(new QLabel),
+      folderRow_(new QWidget), folderField_(new QLineEdit), paperList_(makeList("paperList")),
+      freeSize_(new FreeSizeEditor(language)), copiesField_(new QSpinBox), pagesField_(new QLineEdit),
+      twoSidedList_(makeList("twoSidedList")), outputList_(makeList("outputList")),
+      colorMatchingList_(makeList("colorMatchingList")) {
+    layout_->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    layout_->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    lookingLabel_->setText(windowText(Text::LookingForPrinters, language));
+    lookingLabel_->setObjectName("lookingLabel");
+    freeSize_->setObjectName("freeSize");
+    copiesField_->setObjectName("copiesField");
+    copiesField_->setRange(1, kMostCopies);
+    pagesField_->setObjectName("pagesField");
+    pagesField_->setPlaceholderText(windowText(Text::AllPages, language));
+    pagesField_->setAccessibleDescription(windowText(Text::AllPages, language));
+    folderField_->setObjectName("folderField");
+
+    auto* browse = new QPushButton;
+    browse->setObjectName("browseButton");
+    browse->setAutoDefault(false);
+    setCaption(*browse, windowText(Text::ChooseFolder, language));
+    auto* folderLayout = new QHBoxLayout(folderRow_);
+    folderLayout->setContentsMargins(0, 0, 0, 0);
+    folderLayout->addWidget(folderField_);
+    folderLayout->addWidget(browse);
+    folderRow_->setFocusProxy(folderField_);
+
+    addRow(Text::Printer, *printerList_);
+    layout_->addRow(QString(), lookingLabel_);
+    addRow(Text::Folder, *folderRow_)->setBuddy(folderField_);
+    addRow(Text::Paper, *paperList_);
+    layout_->addRow(QString(), freeSize_);
+    addRow(Text::Copies, *copiesField_);
+    addRow(Text::Pages, *pagesField_);
+    addRow(Text::TwoSided, *twoSidedList_);
+    addRow(Text::Output, *outputList_);
+    addRow(Text::ColorMatching, *colorMatchingList_);
+    folderField_->setAccessibleName(windowText(Text::Folder, language));
+    colorMatchingList_->addItem(windowText(Text::DriverMatches, language), ofUtf8(printing::kVendorColorMatching));
+    colorMatchingList_->addItem(windowText(Text::ApplicationMatches, language),
+                                ofUtf8(printing::kApplicationColorMatching));
+    tameInput(*this);
+
+    connect(browse, &QPushButton::clicked, this, [this] {
+        const QString chosen = QFileDialog::getExistingDirectory(this, {}, folder());
+        if (!chosen.isEmpty())
+            setFolder(chosen);
+    });
+    connect(printerList_, &QComboBox::activated, this, [this](int index) { choices_.printer(index); });
+    connect(paperList_, &QComboBox::activated, this, [this] { userChosePaper(); });
+    freeSize_->sizeChanged = [this] { userChosePaper(); };
+    connect(twoSidedList_, &QComboBox::activated, this,
+            [this](int index) { choices_.mark(std::string(keywords::kDuplex), dataOf(*twoSidedList_, index)); });
+    connect(outputList_, &QComboBox::activated, this,
+            [this](int index) { choices_.mark(std::string(keywords::kOutput), dataOf(*outputList_, index)); });
+    connect(colorMatchingList_, &QComboBox::activated, this,
+            [this](int index) { choices_.colorMatching(dataOf(*colorMatchingList_, index)); });
+    setLooking(false);
+    setFolderShown(false);
+    fitLists();
+    show(nullptr);
+}
+
+QLabel* GeneralPage::addRow(Text text, QWidget& field) {
+    auto* label = new QLabel;
+    label->setBuddy(&field);
+    setCaption(*label, windowText(text, language_) + u':');
+    field.setAccessibleName(windowText(text, language_));
+    layout_->addRow(label, &field);
+    return label;
+}
+
+void GeneralPage::addPrinter(const QString& name) {
+    const QSignalBlocker quiet(printerList_);
+    printerList_->addItem(name);
+    printerList_->setMinimumWidth(printerList_->sizeHint().width());
+    choices_.sizeChanged();
+}
+
+void GeneralPage::selectPrinter(int index) {
+    const QSignalBlocker quiet(printerList_);
+    printerList_->setCurrentIndex(index);
+}
+
+void GeneralPage::setLooking(bool looking) {
+    showRow(*lookingLabel_, looking);
+}
+
+void GeneralPage::setFolderShown(bool shown) {
+    showRow(*folderRow_, shown);
+}
+
+void GeneralPage::showRow(QWidget& field, bool shown) {
+    layout_->setRowVisible(&field, shown);
+    assignMnemonics(*this, takenLetters_);
+    choices_.sizeChanged();
+}
+
+void GeneralPage::setFolder(const QString& folder) {
+    folderField_->setText(folder);
+}
+
+QString GeneralPage::folder() const {
+    return folderField_->text();
+}
+
+void GeneralPage::setCopies(int copies) {
+    copiesField_->setValue(copies);
+}
+
+int GeneralPage::copies() const {
+    return copiesField_->value();
+}
+
+void GeneralPage::setPages(const QString& pages) {
+    pagesField_->setText(pages);
+}
+
+QString GeneralPage::pages() const {
+    return pagesField_->text();
+}
+
+void GeneralPage::focusPages() {
+    pagesField_->setFocus();
+    pagesField_->selectAll();
+}
+
+void GeneralPage::fillPapers(const printing::PrinterDescription& description) {
+    paperList_->clear();
+    if (const printing::Option* sizes = description.option(keywords::kPageSize))
+        for (const printing::Choice& size : sizes->choices)
+            if (size.keyword != kCustom)
+                paperList_->addItem(ofUtf8(size.text), ofUtf8(size.keyword));
+    if (description.allowsCustomSizes()) {
+        paperList_->addItem(windowText(Text::FreeSize, language_), QString::fromUtf8(kFreeSize));
+        freeSize_->setLimits(description.customSizeLimits());
+    }
+}
+
+void GeneralPage::fillChoices(QComboBox& list, const printing::PrinterDescription& description,
+                              std::string_view option) {
+    list.clear();
+    const printing::Option* own = description.option(option);
+    if (own != nullptr)
+        for (const printing::Choice& choice : own->choices)
+            list.addItem(ofUtf8(choice.text), ofUtf8(choice.keyword));
+    layout_->setRowVisible(&list, own != nullptr);
+}
+
+void GeneralPage::show(Session* session) {
+    const bool isNew = std::exchange(session_, session) != session;
+    if (session == nullptr) {
+        for (QWidget* row : std::initializer_list<QWidget*>{freeSize_, twoSidedList_, outputList_, colorMatchingList_})
+            layout_->setRowVisible(row, false);
+        paperList_->clear();
+        paperList_->setEnabled(false);
+        paperList_->setAccessibleDescription(windowText(Text::NoPrinter, language_));
+        return;
+    }
+    const printing::PrinterDescription& description = session->description();
+    if (isNew) {
+        fillPapers(description);
+        paperList_->setEnabled(paperList_->count() > 0);
+        paperList_->setAccessibleDescription({});
+        fillChoices(*twoSidedList_, description, keywords::kDuplex);
+        fillChoices(*outputList_, description, keywords::kOutput);
+        layout_->setRowVisible(colorMatchingList_, description.hasAttribute(kColorMatchingAttribute));
+        fitLists();
+        assignMnemonics(*this, takenLetters_);
+    }
+    showPaper(*session);
+    selectData(*twoSidedList_, description.markedChoice(keywords::kDuplex).value_or(""));
+    selectData(*outputList_, description.markedChoice(keywords::kOutput).value_or(""));
+    const auto mode = session->settings() ? session->settings()->valueForKey(printing::kColorMatchingModeKey)
+                                          : std::optional<printing::SettingValue>();
+    selectData(*colorMatchingList_, mode == printing::SettingValue(std::string(printing::kApplicationColorMatching))
+                                        ? std::string(printing::kApplicationColorMatching)
+                                        : std::string(printing::kVendorColorMatching));
+    choices_.sizeChanged();
+}
+
+void GeneralPage::fitLists() {
+    constexpr int kMargin = 24;           // pixels around the text of a field
+    constexpr int kFolderCharacters = 30; // that are seen at once
+    folderField_->setMinimumWidth(folderField_->fontMetrics().averageCharWidth() * kFolderCharacters + kMargin);
+    pagesField_->setMinimumWidth(pagesField_->fontMetrics().horizontalAdvance(pagesField_->placeholderText()) +
+                                 kMargin);
+    for (auto* list : findChildren<QComboBox*>()) {
+        list->setMinimumWidth(0);
+        list->setMinimumWidth(list->sizeHint().width());
+    }
+}
+
+void GeneralPage::showPaper(Session& session) {
+    const printing::PageFormat* format = session.pageFormat();
+    const std::optional<printing::Paper> paper = format == nullptr ? std::nullopt : format->paper;
+    const bool isFree = paper && !paper->ppdName && paper->width && paper->height;
+    if (paper && paper->width && paper->height)
+        freeSize_->setSize(*paper->width, *paper->height);
+    selectData(*paperList_, isFree ? kFreeSize : paper && paper->ppdName ? *paper->ppdName : "?");
+    layout_->setRowVisible(freeSize_, isFree);
+}
+
+void GeneralPage::userChosePaper() {
+    if (session_ == nullptr || paperList_->currentIndex() < 0)
+        return;
+    const std::string keyword = dataOf(*paperList_, paperList_->currentIndex());
+    if (keyword != kFreeSize) {
+        if (const auto paper = session_->paperForPageSize(keyword))
+            choices_.paper(*paper, {std::string(keywords::kPageSize), keyword});
+        return;
+    }
+    choices_.paper(freePaper(freeSize_->widthInPoints(), freeSize_->heightInPoints()),
+                   {std::string(keywords::kPageSize), kCustom});
+}
+
+} // namespace host

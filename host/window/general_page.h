@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/session/session.h"
+#include "host/window/user_actions.h"
+#include "host/window/window_texts.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+class QComboBox;
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QSpinBox;
+
+namespace host {
+
+class FreeSizeEditor;
+
+/// The host's own page: printer, paper, copies, pages, two-sided printing, output and colour matching. It shows what
+/// the session holds and tells what the user chose; it changes nothing itself.
+class GeneralPage : public QWidget {
+public:
+    /// What the user did. All are set by the owner.
+    struct Choices {
+        std::function<void(int index)> printer;
+        std::function<void(const printing::Paper& paper, const printing::MarkedChoice& cause)> paper;
+        std::function<void(const std::string& option, const std::string& choice)> mark; ///< two-sided, output
+        std::function<void(const std::string& mode)> colorMatching;
+        std::function<void()> sizeChanged; ///< rows came or went
+    };
+
+    GeneralPage(Language language, QString takenLetters, Choices choices);
+
+    void addPrinter(const QString& name);
+    void selectPrinter(int index);
+    /// Whether printers are still being looked for.
+    void setLooking(bool looking);
+    void setFolderShown(bool shown);
+    void setFolder(const QString& folder);
+    [[nodiscard]] QString folder() const;
+    void setCopies(int copies);
+    [[nodiscard]] int copies() const;
+    void setPages(const QString& pages);
+    [[nodiscard]] QString pages() const;
+    void focusPages();
+
+    /// Shows what the session holds; null: there is no printer.
+    void show(Session* session);
+    /// After a change of fonts.
+    void fitLists();
+
+private:
+    QLabel* addRow(Text text, QWidget& field);
+    void fillPapers(const printing::PrinterDescription& description);
+    void showPaper(Session& session);
+    void fillChoices(QComboBox& list, const printing::PrinterDescription& description, std::string_view option);
+    void userChosePaper();
+    void showRow(QWidget& field, bool shown);
+
+    Language language_;
+    QString takenLetters_;
+    Choices choices_;
+    Session* session_ = nullptr;
+    QFormLayout* layout_;
+    QComboBox* printerList_;
+    QLabel* lookingLabel_;
+    QWidget* folderRow_;
+    QLineEdit* folderField_;
+    QComboBox* paperList_;
+    FreeSizeEditor* freeSize_;
+    QSpinBox* copiesField_;
+    QLineEdit* pagesField_;
+    QComboBox* twoSidedList_;
+    QComboBox* outputList_;
+    QComboBox* colorMatchingList_;
+};
+
+} // namespace host

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+/// The value of the job option "page-ranges" for what a user typed: numbers and ascending ranges, "1-4, 7". An empty
+/// text for all pages; nullopt for what names no pages.
+std::optional<std::string> pageRanges(const QString& typed);
+
+} // namespace host

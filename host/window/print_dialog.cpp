@@ -1,0 +1,614 @@
+// The dialog's window: its pages, its session and what goes on between them.
+
+#include "host/window/print_dialog.h"
+
+#include "framework/option_keywords.h"
+#include "host/jobs/job_text.h"
+#include "host/window/mnemonics.h"
+#include "host/window/page_ranges.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+constexpr const char* kPageRangesOption = "page-ranges";
+
+QString ofUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// Every language has the letters of the English text, where they are free.
+QString titleWithMnemonic(Text text, Language language, QString& taken) {
+    return textWithMnemonic(windowText(text, language), taken, windowText(text, Language::English));
+}
+
+// As high as the page in front needs it, whatever texts wrap on the others.
+class PageTabs : public QTabWidget {
+public:
+    using QTabWidget::QTabWidget;
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+    [[nodiscard]] QSize sizeHint() const override {
+        QSize hint = QTabWidget::sizeHint();
+        if (const QWidget* page = currentWidget()) // the least height counts no page but this one: fit() sees to it
+            hint.setHeight(minimumSizeHint().height() - page->minimumSizeHint().height() + page->sizeHint().height());
+        return hint;
+    }
+};
+
+} // namespace
+
+PrintDialog::PrintDialog(DialogRequest request, Settings settings)
+    : request_(std::move(request)), settings_(std::move(settings)), language_(windowLanguage(settings_.languages)),
+      alerts_(*this, language_,
+              [this](const std::string& anchor, const std::string& book) { openHelpPage(anchor, book); }),
+      actions_(language_, [this](const QString& message) { tell(message); }) {
+    build();
+    for (Printer& printer : settings_.printers)
+        addPrinter(std::move(printer));
+    if (!printers_.empty())
+        choosePrinter(0);
+    else
+        tell(windowText(Text::NoPrinter, language_));
+    if (settings_.looksForQueues)
+        lookForQueues();
+    fit();
+}
+
+PrintDialog::~PrintDialog() {
+    endSession();
+}
+
+void PrintDialog::build() {
+    QStringList names;
+    for (const std::string& document : request_.documents)
+        names << ofUtf8(documentName(document));
+    setWindowTitle(windowText(Text::WindowTitle, language_)
+                       .arg(request_.title.empty() ? names.join(windowText(Text::Separator, language_))
+                                                   : ofUtf8(plainText(request_.title, kMaximumTitleBytes))));
+    QWidget* buttons = makeButtons();
+    tabs_ = new PageTabs(this);
+    tabs_->setObjectName("tabs");
+    tabs_->setUsesScrollButtons(false);
+    generalPage_ =
+        new GeneralPage(language_, takenLetters_,
+                        {.printer = [this](int index) { userChoosesPrinter(index); },
+                         .paper = [this](const auto& paper, const auto& cause) { userChoosesPaper(paper, cause); },
+                         .mark = [this](const auto& option, const auto& choice) { userMarks(option, choice); },
+                         .colorMatching = [this](const auto& mode) { userChoosesColorMatching(mode); },
+                         .sizeChanged = [this] { fitLater(); }});
+    summaryPage_ = new SummaryPage(language_, takenLetters_, [this](const QString& message) { tell(message); });
+    tabs_->addTab(generalPage_, QString());
+    tabs_->addTab(summaryPage_, QString());
+    giveTabTitles();
+    shownTab_ = 0;
+    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) { showTab(index); });
+
+    generalPage_->setFolder(request_.folder.empty() ? QDir::homePath() + QStringLiteral("/Printed")
+                                                    : ofUtf8(request_.folder));
+    generalPage_->setCopies(request_.copies);
+    for (const JobOption& choice : request_.choices)
+        if (choice.name == kPageRangesOption)
+            generalPage_->setPages(ofUtf8(choice.value));
+    std::erase_if(request_.choices, [](const JobOption& choice) { return choice.name == kPageRangesOption; });
+
+    message_ = new QLabel(this);
+    message_->setObjectName("messageLine");
+    message_->setTextFormat(Qt::PlainText);
+    message_->setWordWrap(true);
+    message_->setAlignment(Qt::AlignLeading | Qt::AlignTop);
+    auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // fit() decides
+    layout->addWidget(tabs_, 1);
+    layout->addWidget(message_);
+    layout->addWidget(buttons);
+    generalPage_->setFocus();
+}
+
+QWidget* PrintDialog::makeButtons() {
+    const auto title = [&](Text text) { return titleWithMnemonic(text, language_, takenLetters_); };
+    auto* buttons = new QDialogButtonBox(this);
+    printButton_ = buttons->addButton(title(Text::Print), QDialogButtonBox::AcceptRole);
+    printButton_->setObjectName("printButton");
+    printButton_->setDefault(true);
+    connect(printButton_, &QPushButton::clicked, this, [this] { print(); });
+    auto* cancel =
+        buttons->addButton(textWithoutMnemonic(windowText(Text::Cancel, language_)), QDialogButtonBox::RejectRole);
+    cancel->setObjectName("cancelButton");
+    cancel->setAutoDefault(false);
+    connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+    auto* more = buttons->addButton(title(Text::More), QDialogButtonBox::HelpRole);
+    more->setObjectName("moreButton");
+    more->setAutoDefault(false);
+    auto* menu = new QMenu(more);
+    QString taken;
+    auto* warnings = menu->addAction(textWithMnemonic(windowText(Text::ShowWarnings, language_), taken),
+                                     [this] { showWarningsAgain(); });
+    warnings->setObjectName("showWarningsAction");
+    auto* help =
+        menu->addAction(textWithMnemonic(windowText(Text::Help, language_), taken), [this] { showPanelHelp(); });
+    help->setShortcut(QKeySequence::HelpContents);
+    help->setObjectName("helpAction");
+    addAction(help);
+    more->setMenu(menu);
+    return buttons;
+}
+
+void PrintDialog::giveTabTitles() {
+    QString taken = takenLetters_;
+    tabs_->setTabText(0, titleWithMnemonic(Text::General, language_, taken));
+    tabs_->setTabText(tabs_->count() - 1, titleWithMnemonic(Text::Summary, language_, taken));
+    for (std::size_t index = 0; index < panelTabs_.size(); ++index)
+        tabs_->setTabText(static_cast<int>(index) + 1,
+                          textWithMnemonic(ofUtf8(panelTabs_[index].panel->panelName()), taken));
+}
+
+// Printers.
+
+void PrintDialog::addPrinter(Printer printer) {
+    const QString name = ofUtf8(printer.name);
+    generalPage_->addPrinter(printer.isSample ? windowText(Text::SamplePrinter, language_).arg(name) : name);
+    printers_.push_back(std::move(printer));
+}
+
+void PrintDialog::lookForQueues() {
+    generalPage_->setLooking(true);
+    const std::string preferred = request_.printer;
+    search_.start(request_.server, preferred, *this, [this, preferred](const PrinterSearch::Found& found) {
+        actions_.whenIdle([this, preferred, found] {
+            for (const Printer& printer : found.printers) {
+                addPrinter(printer);
+                const bool isWanted = preferred.empty() ? printer.isDefault : printer.queue->queue == preferred;
+                if (isWanted && !userHasBegun_)
+                    choosePrinter(static_cast<int>(printers_.size()) - 1);
+            }
+            if (found.isLast)
+                generalPage_->setLooking(false);
+            if (!found.error.empty() && session_ == nullptr)
+                tell(ofUtf8(found.error));
+        });
+    });
+}
+
+void PrintDialog::userChoosesPrinter(int index) {
+    if (actions_.isRunning()) {
+        generalPage_->selectPrinter(printer_);
+        return;
+    }
+    userHasBegun_ = true;
+    choosePrinter(index);
+}
+
+void PrintDialog::choosePrinter(int index) {
+    const StartChoices start =
+        session_ != nullptr ? choicesOfSession(*session_) : StartChoices{.choices = request_.choices, .freePaper = {}};
+    savePopulatedPanels();
+    printer_ = index;
+    generalPage_->selectPrinter(index);
+    generalPage_->setFolderShown(!printers_[static_cast<std::size_t>(index)].queue || !request_.folder.empty());
+    endSession();
+    actions_.run([&] { openSession(start); });
+    fitLater();
+}
+
+void PrintDialog::openSession(const StartChoices& start) {
+    StartedSession started =
+        startSession(printers_[static_cast<std::size_t>(printer_)], start,
+                     {.bundle = request_.bundle.empty() ? PlugIn::defaultBundle() : request_.bundle,
+                      .languages = settings_.languages,
+                      .userDefaults = settings_.userDefaults,
+                      .presenter = &alerts_,
+                      .windowHeight = static_cast<double>(height())});
+    session_ = std::move(started.session);
+    printButton_->setEnabled(session_ != nullptr);
+    printButton_->setAccessibleDescription(session_ == nullptr ? windowText(Text::NoPrinter, language_) : QString());
+    if (session_ == nullptr) {
+        tell(windowText(Text::PrinterCannotBeUsed, language_).arg(ofUtf8(started.error)));
+        return;
+    }
+    attributes_ = std::move(started.attributes);
+    alerts_.setBundle(session_->pluginBundle());
+    actions_.setSession(session_.get());
+    for (const auto& panel : session_->panels()) {
+        auto* page = new QWidget;
+        (new QVBoxLayout(page))->setContentsMargins(0, 0, 0, 0);
+        tabs_->insertTab(tabs_->count() - 1, page, QString());
+        panelTabs_.push_back({.panel = panel.get(), .page = page, .binder = nullptr});
+    }
+    giveTabTitles();
+    for (const auto& panel : framework::PanelList(session_->panels()))
+        session_->restorePanel(*panel);
+    generalPage_->show(session_.get());
+    tell({});
+}
+
+void PrintDialog::endSession() {
+    actions_.setSession(nullptr);
+    generalPage_->show(nullptr);
+    const QSignalBlocker quiet(tabs_);
+    tabs_->setCurrentIndex(0);
+    shownTab_ = 0;
+    for (PanelTab& tab : panelTabs_) {
+        tab.binder.reset(); // before the models that it observes
+        delete tab.page;
+    }
+    panelTabs_.clear();
+    if (helpViewer_ != nullptr)
+        helpViewer_->close();
+    session_.reset();
+}
+
+// Panels and pages.
+
+PrintDialog::PanelTab* PrintDialog::tabAt(int index) {
+    const int panel = index - 1; // behind the general page
+    return panel >= 0 && panel < static_cast<int>(panelTabs_.size()) ? &panelTabs_[static_cast<std::size_t>(panel)]
+                                                                     : nullptr;
+}
+
+void PrintDialog::populate(PanelTab& tab) {
+    if (!session_->showPanel(*tab.panel)) {
+        tell(windowText(Text::ViewIncomplete, language_).arg(ofUtf8(tab.panel->thePDEName().value_or(""))));
+        return;
+    }
+    if (tab.binder != nullptr)
+        return;
+    const toolkit::LoadedViews& views = *tab.panel->loadedViews();
+    std::vector<toolkit::View*> models; // without those that stand in windows of their own
+    std::vector<const toolkit::View*> elsewhere;
+    for (const auto& view : views.views())
+        if (const auto* window = dynamic_cast<const toolkit::Window*>(view.get()))
+            elsewhere.insert(elsewhere.end(), window->content().begin(), window->content().end());
+    for (const auto& view : views.views())
+        if (std::ranges::find(elsewhere, view.get()) == elsewhere.end())
+            models.push_back(view.get());
+    QString taken = takenLetters_;
+    for (int index = 0; index < tabs_->count(); ++index) {
+        const QString title = tabs_->tabText(index);
+        taken += title.mid(title.indexOf(u'&') + 1, 1).toUpper();
+    }
+    tab.binder =
+        std::make_unique<FormBinder>(*session_->pluginBundle(), tab.panel->thePDEName().value_or(""), models,
+                                     FormBinder::Surroundings{.run = [this](const auto& action) { act(action); },
+                                                              .sizeChanged = [this] { fitLater(); },
+                                                              .takenLetters = taken,
+                                                              .language = language_});
+    if (!tab.binder->problems().isEmpty())
+        tell(windowText(Text::ViewIncomplete, language_).arg(tab.binder->problems().join(u' ')));
+    if (tab.binder->form() == nullptr)
+        return;
+    tab.page->layout()->addWidget(tab.binder->form());
+    tab.binder->form()->show();
+    tab.binder->form()->installEventFilter(this);
+}
+
+void PrintDialog::showTab(int index) {
+    if (index == shownTab_)
+        return;
+    if (actions_.isRunning()) { // an alert waits: the page stays
+        const QSignalBlocker quiet(tabs_);
+        tabs_->setCurrentIndex(shownTab_);
+        return;
+    }
+    userHasBegun_ = true;
+    commitNumbers(*this);
+    leaveTab(shownTab_);
+    shownTab_ = index;
+    actions_.run([&] {
+        if (PanelTab* tab = tabAt(index))
+            populate(*tab);
+        else if (index == tabs_->count() - 1)
+            showSummary();
+        else
+            generalPage_->show(session_.get());
+    });
+    fitLater();
+}
+
+void PrintDialog::leaveTab(int index) {
+    PanelTab* tab = tabAt(index);
+    if (tab != nullptr && tab->binder != nullptr)
+        tab->panel->shouldHide();
+}
+
+void PrintDialog::showSummary() {
+    savePopulatedPanels();
+    summaryPage_->showLines(session_ == nullptr ? std::vector<SummaryLine>() : summaryLines(*session_));
+}
+
+// So that nothing typed is lost.
+void PrintDialog::savePopulatedPanels() {
+    commitNumbers(*this);
+    for (const PanelTab& tab : panelTabs_)
+        if (tab.binder != nullptr)
+            tab.panel->saveValuesAndReturnError();
+}
+
+void PrintDialog::showPanelsAnew() {
+    savePopulatedPanels();
+    for (const PanelTab& tab : panelTabs_)
+        if (tab.binder != nullptr)
+            session_->restorePanel(*tab.panel);
+    for (std::size_t index = 0; index < panelTabs_.size(); ++index) {
+        PanelTab& tab = panelTabs_[index];
+        if (tab.binder == nullptr)
+            continue;
+        session_->showPanel(*tab.panel);
+        if (static_cast<int>(index) + 1 != shownTab_)
+            tab.panel->shouldHide();
+    }
+}
+
+// The host's own choices.
+
+void PrintDialog::act(const std::function<void()>& action, const std::optional<printing::MarkedChoice>& cause) {
+    userHasBegun_ = true;
+    const bool done = actions_.run(action, cause);
+    if (done || session_ == nullptr)
+        generalPage_->show(session_.get());
+}
+
+void PrintDialog::userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause) {
+    act([&] { session_->setPaper(paper, true); }, cause);
+}
+
+void PrintDialog::userMarks(const std::string& option, const std::string& choice) {
+    act(
+        [&] {
+            std::string error;
+            if (!session_->markFromOutside(option, choice, true, error))
+                tell(ofUtf8(error));
+            if (option == keywords::kOutput)
+                showPanelsAnew();
+        },
+        printing::MarkedChoice(option, choice));
+}
+
+void PrintDialog::userChoosesColorMatching(const std::string& mode) {
+    act([&] {
+        if (session_->settings())
+            session_->settings()->setValueForKey(mode, printing::kColorMatchingModeKey);
+        showPanelsAnew();
+    });
+}
+
+// The window.
+
+QString PrintDialog::message() const {
+    return message_->text();
+}
+
+void PrintDialog::tell(const QString& message) {
+    if (message_ == nullptr)
+        return;
+    message_->setText(message);
+    message_->setVisible(!message.isEmpty());
+    if (!message.isEmpty()) {
+        QAccessibleEvent announcement(message_, QAccessible::Alert);
+        QAccessible::updateAccessibility(&announcement);
+    }
+    fitLater();
+}
+
+void PrintDialog::fitLater() {
+    if (std::exchange(fitWaits_, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        fitWaits_ = false;
+        fit();
+    });
+}
+
+// The window is as high as its page needs it, and what the user added to that; and wide enough for every page.
+void PrintDialog::fit() {
+    for (int index = 0; index < tabs_->count(); ++index) {
+        QWidget& page = *tabs_->widget(index);
+        QSizePolicy policy = page.sizePolicy();
+        policy.setVerticalPolicy(index == tabs_->currentIndex() ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+        page.setSizePolicy(policy);
+        page.layout()->activate();
+    }
+    tabs_->updateGeometry();
+    layout()->invalidate();
+    layout()->activate();
+    const bool isFirst = neededHeight_ == 0;
+    const int extra = isFirst ? 0 : std::max(0, height() - neededHeight_);
+    const int least = layout()->totalSizeHint().width();
+    const int width = isFirst ? least : std::max(this->width(), least);
+    const int needed =
+        layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalSizeHint().height();
+    neededHeight_ = std::min(needed, screen()->availableGeometry().height());
+    setMinimumSize(least, neededHeight_);
+    resize(width, neededHeight_ + extra);
+}
+
+void PrintDialog::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    if (session_ == nullptr || event->oldSize().height() == event->size().height())
+        return;
+    session_->setWindowHeight(height());
+    for (const PanelTab& tab : panelTabs_) {
+        if (tab.binder == nullptr || tab.panel->loadedViews()->resizeAction().empty())
+            continue;
+        const framework::MessageValue sender{&tab.panel->loadedViews()->root()};
+        tab.panel->sendMessage(tab.panel->loadedViews()->resizeAction(), {&sender, 1});
+    }
+}
+
+// A panel whose area changed its size has new tracking areas.
+bool PrintDialog::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Resize &&
+        static_cast<QResizeEvent*>(event)->oldSize() != static_cast<QResizeEvent*>(event)->size())
+        for (PanelTab& tab : panelTabs_)
+            if (tab.binder != nullptr && tab.binder->form() == object && !std::exchange(tab.isWatched, true))
+                QTimer::singleShot(0, tab.page, [this, &tab] {
+                    tab.isWatched = false;
+                    session_->postFromHost({.name = std::string(keywords::kViewDidUpdateTrackingAreas),
+                                            .sender = &tab.panel->loadedViews()->root(),
+                                            .userInfo = {}});
+                });
+    return QDialog::eventFilter(object, event);
+}
+
+void PrintDialog::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange)
+        return;
+    if (generalPage_ != nullptr)
+        refreshLater();
+}
+
+// When fonts and colours have reached every widget.
+void PrintDialog::refreshLater() {
+    QTimer::singleShot(0, this, [this] {
+        for (const PanelTab& tab : panelTabs_)
+            if (tab.binder != nullptr)
+                tab.binder->showAgain();
+        generalPage_->fitLists();
+        fitLater();
+    });
+}
+
+void PrintDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::HelpContents))
+        showPanelHelp();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+void PrintDialog::showPanelHelp() {
+    PanelTab* tab = tabAt(shownTab_);
+    if (tab == nullptr)
+        tell(windowText(Text::NoHelp, language_));
+    else
+        act([&] { tab->panel->shouldShowHelp(); });
+}
+
+void PrintDialog::openHelpPage(const std::string& anchor, const std::string& book) {
+    const auto page = session_->helpBooks().pageForAnchor(anchor, book, session_->languages());
+    if (!page) {
+        tell(windowText(Text::NoHelp, language_));
+        return;
+    }
+    if (helpViewer_ == nullptr)
+        helpViewer_ = new HelpViewer(*this, language_);
+    helpViewer_->showPage(*page);
+}
+
+// An alert that the user does not want to see is kept as a Boolean under its key.
+void PrintDialog::showWarningsAgain() {
+    toolkit::UserDefaults* defaults = settings_.userDefaults;
+    const auto identifier = session_ == nullptr ? std::nullopt : session_->pluginBundle()->identifier();
+    if (defaults == nullptr || !identifier)
+        return;
+    toolkit::ValueMap domain = defaults->persistentDomainForName(*identifier).value_or(toolkit::ValueMap());
+    std::erase_if(domain, [](const auto& entry) { return entry.second.template as<bool>() != nullptr; });
+    defaults->setPersistentDomainForName(std::move(domain), *identifier);
+    tell(defaults->synchronize() ? windowText(Text::WarningsShown, language_)
+                                 : windowText(Text::WarningsKept, language_).arg(ofUtf8(defaults->lastError())));
+}
+
+// Printing.
+
+void PrintDialog::print() {
+    if (actions_.isRunning() || session_ == nullptr)
+        return;
+    commitNumbers(*this);
+    if (request_.documents.empty()) {
+        tell(windowText(Text::NoDocument, language_));
+        return;
+    }
+    const auto pages = pageRanges(generalPage_->pages());
+    if (!pages) {
+        tabs_->setCurrentIndex(0);
+        generalPage_->focusPages();
+        tell(windowText(Text::BadPages, language_));
+        return;
+    }
+    const Printer& printer = printers_[static_cast<std::size_t>(printer_)];
+    const bool toFolder = !printer.queue || !request_.folder.empty();
+    SendOutcome outcome;
+    bool sent = false;
+    actions_.run([&] {
+        if (!session_->shouldPrint())
+            return;
+        destination_ = {.queue = toFolder ? std::nullopt : printer.queue,
+                        .folder = toFolder ? generalPage_->folder().toStdString() : std::string()};
+        sent = true;
+        outcome = JobSender(*this,
+                            {.title = windowText(Text::Printing, language_),
+                             .sending = windowText(Text::PrintingDocument, language_),
+                             .cancelling = windowText(Text::CancellingPrint, language_),
+                             .cancel = windowText(Text::Cancel, language_)},
+                            settings_.submission)
+                      .send(destination_, jobRequests(*pages));
+    });
+    generalPage_->show(session_.get());
+    if (sent)
+        tellOutcome(outcome);
+}
+
+std::vector<JobRequest> PrintDialog::jobRequests(const std::string& pages) const {
+    std::vector<JobOption> options = attributes_;
+    for (JobOption& option : session_->jobOptions())
+        options.push_back(std::move(option));
+    if (!pages.empty())
+        options.push_back({.name = kPageRangesOption, .value = pages});
+    std::vector<JobRequest> requests;
+    for (const std::string& document : request_.documents)
+        requests.push_back({.documentPath = document,
+                            .title = request_.title,
+                            .copies = generalPage_->copies(),
+                            .options = options,
+                            .priority = request_.priority,
+                            .holdUntil = request_.holdUntil});
+    return requests;
+}
+
+// What was sent is not sent again.
+void PrintDialog::tellOutcome(const SendOutcome& outcome) {
+    request_.documents.erase(request_.documents.begin(),
+                             request_.documents.begin() + static_cast<std::ptrdiff_t>(outcome.sent.size()));
+    QStringList notes;
+    for (const JobResult& result : outcome.sent) {
+        printed_.push_back(result);
+        if (!result.note.empty())
+            notes << ofUtf8(result.note);
+    }
+    if (outcome.cancelled) {
+        tell(windowText(Text::PrintingCancelled, language_));
+    } else if (outcome.failed) {
+        tell(ofUtf8(outcome.failed->error));
+        showMessage(*this, QMessageBox::Critical, windowText(Text::NotPrinted, language_),
+                    ofUtf8(outcome.failed->error) + u'\n' + windowText(Text::KeptChoices, language_),
+                    windowText(Text::Close, language_));
+    } else {
+        if (!notes.isEmpty())
+            showMessage(*this, QMessageBox::Information, windowText(Text::PrintedWithNote, language_),
+                        notes.join(u'\n'), windowText(Text::Close, language_));
+        accept();
+    }
+}
+
+void PrintDialog::reject() {
+    if (!actions_.isRunning()) // an alert is answered first
+        QDialog::reject();
+}
+
+} // namespace host

@@ -1,0 +1,134 @@
+#pragma once
+
+#include "host/command_line/dialog_request.h"
+#include "host/window/form_binder.h"
+#include "host/window/general_page.h"
+#include "host/window/help_viewer.h"
+#include "host/window/job_sender.h"
+#include "host/window/printers.h"
+#include "host/window/session_starter.h"
+#include "host/window/summary_page.h"
+#include "host/window/user_actions.h"
+#include "host/window/window_alerts.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+class QLabel;
+class QPushButton;
+class QTabWidget;
+
+namespace host {
+
+/// The print dialog: the host's own page, the panels, and the summary. It draws models and answers alerts; what may be
+/// chosen, and what follows from it, is decided elsewhere.
+class PrintDialog : public QDialog {
+public:
+    struct Settings {
+        std::vector<std::string> languages;            ///< never empty
+        toolkit::UserDefaults* userDefaults = nullptr; ///< borrowed
+        std::vector<Printer> printers;                 ///< known beforehand; the first one is shown at first
+        bool looksForQueues = true;
+        Submission submission = submit;
+    };
+
+    PrintDialog(DialogRequest request, Settings settings);
+    ~PrintDialog() override;
+
+    /// The session of the chosen printer; null where it cannot be used.
+    [[nodiscard]] Session* session() const { return session_.get(); }
+    [[nodiscard]] QString message() const;
+    /// What was printed, in order.
+    [[nodiscard]] const std::vector<JobResult>& printed() const { return printed_; }
+    /// Where it was printed to.
+    [[nodiscard]] const Destination& destination() const { return destination_; }
+
+    /// Asks the panels, then sends the documents. The dialog ends where all of them were sent.
+    void print();
+    void reject() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// A panel and the tab that it stands on.
+    struct PanelTab {
+        CVPrintQualityPDE* panel = nullptr;
+        QWidget* page = nullptr;
+        std::unique_ptr<FormBinder> binder; ///< null until the panel was shown first
+        bool isWatched = false;             ///< a change of its size waits to be told
+    };
+
+    // Building.
+    void build();
+    [[nodiscard]] QWidget* makeButtons();
+    void giveTabTitles();
+
+    // Printers.
+    void addPrinter(Printer printer);
+    void lookForQueues();
+    void choosePrinter(int index);
+    void userChoosesPrinter(int index);
+    void openSession(const StartChoices& start);
+    void endSession();
+
+    // Panels and pages.
+    void populate(PanelTab& tab);
+    void showTab(int index);
+    void leaveTab(int index);
+    [[nodiscard]] PanelTab* tabAt(int index);
+    void showSummary();
+    void savePopulatedPanels();
+    void showPanelsAnew();
+
+    // The host's own choices.
+    void userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause);
+    void userMarks(const std::string& option, const std::string& choice);
+    void userChoosesColorMatching(const std::string& mode);
+    void act(const std::function<void()>& action, const std::optional<printing::MarkedChoice>& cause = std::nullopt);
+
+    // The window.
+    void tell(const QString& message);
+    void fitLater();
+    void fit();
+    void refreshLater();
+    void showPanelHelp();
+    void openHelpPage(const std::string& anchor, const std::string& book);
+    void showWarningsAgain();
+
+    // Printing.
+    [[nodiscard]] std::vector<JobRequest> jobRequests(const std::string& pages) const;
+    void tellOutcome(const SendOutcome& outcome);
+
+    DialogRequest request_;
+    Settings settings_;
+    Language language_;
+    WindowAlerts alerts_;
+    UserActions actions_;
+    std::vector<Printer> printers_;
+    int printer_ = -1;
+    std::shared_ptr<Session> session_;
+    std::vector<JobOption> attributes_; // of the jobs, beside what the session holds
+    std::vector<PanelTab> panelTabs_;
+    int shownTab_ = -1;
+    GeneralPage* generalPage_ = nullptr;
+    SummaryPage* summaryPage_ = nullptr;
+    QTabWidget* tabs_ = nullptr;
+    QLabel* message_ = nullptr;
+    QPushButton* printButton_ = nullptr;
+    QPointer<HelpViewer> helpViewer_;
+    QString takenLetters_;      // mnemonics of buttons and tabs
+    bool userHasBegun_ = false; // then the printer is not changed any more but by the user
+    bool fitWaits_ = false;
+    int neededHeight_ = 0; // of the window at the last fit
+    std::vector<JobResult> printed_;
+    Destination destination_;
+    PrinterSearch search_;
+};
+
+} // namespace host

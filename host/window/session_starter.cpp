@@ -1,0 +1,144 @@
+#include "host/window/session_starter.h"
+
+#include "framework/option_keywords.h"
+#include "host/command_line/option_meaning.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace host {
+namespace {
+
+constexpr std::string_view kCustomPrefix = "Custom.";
+constexpr std::string_view kPageRegion = "PageRegion";                                   // follows the page size
+constexpr std::string_view kNoPanels = "";                                               // a type that no panel is of
+constexpr const char* kKeyEntries[] = {"PMPPDKeysSupported", "PMPPDKeysSupportedColor"}; // the panels' options
+
+// A side in points, with hundredths at most.
+std::string sideInPoints(double side) {
+    return toolkit::Value(std::round(side * 100) / 100).textReading();
+}
+
+std::optional<printing::Paper> freePaperInText(std::string_view text) {
+    const std::size_t times = text.find('x');
+    if (!text.starts_with(kCustomPrefix) || times == std::string_view::npos)
+        return std::nullopt;
+    const auto side = [](std::string_view digits) {
+        double value = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        return error == std::errc() && end == digits.data() + digits.size() && value > 0 ? std::optional(value)
+                                                                                         : std::nullopt;
+    };
+    const auto width = side(text.substr(kCustomPrefix.size(), times - kCustomPrefix.size()));
+    const auto height = side(text.substr(times + 1));
+    return width && height ? std::optional(freePaper(*width, *height)) : std::nullopt;
+}
+
+bool isWithin(const printing::Paper& paper, const printing::PrinterDescription& description) {
+    const printing::CustomSizeLimits limits = description.customSizeLimits();
+    const auto holds = [](double side, float least, float most) {
+        return static_cast<double>(least) <= side && side <= static_cast<double>(most);
+    };
+    return description.allowsCustomSizes() && holds(*paper.width, limits.minWidth, limits.maxWidth) &&
+           holds(*paper.height, limits.minHeight, limits.maxHeight);
+}
+
+std::string textOf(const Printer& printer) {
+    if (!printer.ppdText.empty())
+        return printer.ppdText;
+    std::ifstream file(printer.ppdPath, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool hasPanelOptions(const toolkit::Bundle& bundle, const printing::PrinterDescription& description) {
+    return std::ranges::any_of(kKeyEntries, [&](const char* entry) {
+        const auto* keys = toolkit::valueInMap(bundle.infoDictionary(), entry).as<toolkit::ValueList>();
+        return keys != nullptr && std::ranges::any_of(*keys, [&](const toolkit::Value& key) {
+                   return description.option(key.textReading()) != nullptr;
+               });
+    });
+}
+
+} // namespace
+
+printing::Paper freePaper(double width, double height) {
+    return {.name = std::string(kCustomPrefix) + sideInPoints(width) + "x" + sideInPoints(height),
+            .ppdName = {},
+            .width = std::round(width * 100) / 100,
+            .height = std::round(height * 100) / 100};
+}
+
+StartChoices choicesOfSession(Session& session) {
+    StartChoices start{.choices = {}, .settings = session.settings(), .freePaper = {}};
+    const printing::PageFormat* format = session.pageFormat();
+    if (format != nullptr && format->paper && !format->paper->ppdName && format->paper->width && format->paper->height)
+        start.freePaper = format->paper;
+    const printing::PrinterDescription& description = session.description();
+    for (const printing::Option& option : description.options()) {
+        const auto marked = description.markedChoice(option.keyword);
+        const bool isPaper = option.keyword == keywords::kPageSize || option.keyword == kPageRegion;
+        if (marked && marked != option.defaultChoice && !(isPaper && start.freePaper) && option.keyword != kPageRegion)
+            start.choices.push_back({.name = option.keyword, .value = *marked});
+    }
+    return start;
+}
+
+StartedSession startSession(const Printer& printer, const StartChoices& start,
+                            const SessionSurroundings& surroundings) {
+    StartedSession started;
+    SessionOptions options;
+    options.bundleView.languages = surroundings.languages;
+    options.plugIn = PlugIn::load(surroundings.bundle, started.error);
+    if (options.plugIn == nullptr)
+        return started;
+    options.description =
+        printer.ppdText.empty()
+            ? printing::PrinterDescription::openFile(printer.ppdPath, surroundings.languages, started.error)
+            : printing::PrinterDescription::openText(printer.ppdText, surroundings.languages, started.error);
+    if (options.description == nullptr)
+        return started;
+    printing::PrinterDescription& description = *options.description;
+    description.markDefaults();
+    options.settings = start.settings;
+    std::optional<printing::Paper> free = start.freePaper;
+    const auto mark = [&](const JobOption& choice) {
+        const bool isPaper = choice.name == keywords::kPageSize;
+        if (const auto paper = isPaper ? freePaperInText(choice.value) : std::nullopt)
+            free = paper;
+        else if (description.mark(choice.name, choice.value) && isPaper)
+            free.reset();
+    };
+    const std::set<std::string> installable = installableOptions(textOf(printer));
+    for (const auto* choices : {&printer.options, &start.choices})
+        for (const JobOption& given : *choices)
+            for (const MeantOption& meant : meaningOf(given, description, installable)) {
+                if (meant.kind == OptionKind::Choice) {
+                    mark(meant.option);
+                } else if (meant.kind == OptionKind::PrintSetting) {
+                    if (options.settings)
+                        options.settings->setValueForKey(meant.option.value, meant.option.name);
+                } else if (meant.kind == OptionKind::Attribute || meant.kind == OptionKind::UnknownOption) {
+                    std::erase_if(started.attributes, [&](const auto& each) { return each.name == meant.option.name; });
+                    started.attributes.push_back(meant.option);
+                }
+            }
+    if (free && isWithin(*free, description))
+        options.pageFormat = printing::PageFormat{.paper = free};
+
+    const auto info = toolkit::Bundle::open(options.plugIn->path(), options.bundleView, started.error);
+    if (info == nullptr)
+        return started;
+    if (!hasPanelOptions(*info, description))
+        options.panelType = kNoPanels;
+    options.userDefaults = surroundings.userDefaults;
+    options.presenter = surroundings.presenter;
+    options.windowHeight = surroundings.windowHeight;
+    started.session = Session::open(std::move(options), started.error);
+    return started;
+}
+
+} // namespace host

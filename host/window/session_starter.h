@@ -1,0 +1,47 @@
+#pragma once
+
+#include "host/session/session.h"
+#include "host/window/printers.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// What a session begins with beside its printer's defaults.
+struct StartChoices {
+    std::vector<JobOption> choices; ///< by the names of job options; of equal names the last one holds
+    std::optional<printing::PrintSettings> settings = printing::PrintSettings();
+    std::optional<printing::Paper> freePaper; ///< a size in points that stands for no page size of the PPD
+};
+
+/// What the user has chosen in a session, for a session with another printer.
+StartChoices choicesOfSession(Session& session);
+
+/// A free paper of this size in points.
+printing::Paper freePaper(double width, double height);
+
+/// How the window's sessions are opened.
+struct SessionSurroundings {
+    std::filesystem::path bundle;
+    std::vector<std::string> languages;
+    toolkit::UserDefaults* userDefaults = nullptr;
+    AlertPresenter* presenter = nullptr;
+    double windowHeight = 0; ///< points
+};
+
+/// A session, or why there is none.
+struct StartedSession {
+    std::shared_ptr<Session> session; ///< null where the printer or the bundle cannot be used
+    std::string error;                ///< why, in one sentence
+    /// What is no choice of the PPD and no print setting: it goes into each job as it stands.
+    std::vector<JobOption> attributes;
+};
+
+/// A session for the printer, with those of the choices that it has. A printer with none of the panels' options gets no
+/// panels.
+StartedSession startSession(const Printer& printer, const StartChoices& start, const SessionSurroundings& surroundings);
+
+} // namespace host

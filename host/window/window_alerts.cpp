@@ -1,0 +1,157 @@
+#include "host/window/window_alerts.h"
+
+#include "host/window/form_binder.h"
+#include "host/window/mnemonics.h"
+#include "host/window/pictures.h"
+#include "toolkit/button.h"
+#include "toolkit/window.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+constexpr std::string_view kCancelKey = "Cancel"; // the key of the button that Escape presses
+constexpr const char* kSuppressionKey = "Suppression";
+constexpr int kLargestIcon = 128; // pixels
+
+QString ofUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// Texts are shown as they stand, never as markup.
+void showPlainly(QMessageBox& box) {
+    box.setTextFormat(Qt::PlainText);
+    for (auto* label : box.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
+}
+
+QPushButton* addButton(QMessageBox& box, const toolkit::LocalizedText& button, QString& taken) {
+    const bool cancels = button.key == kCancelKey;
+    QPushButton* added = box.addButton(textWithMnemonic(ofUtf8(button.text), taken),
+                                       cancels ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+    if (cancels)
+        box.setEscapeButton(added);
+    return added;
+}
+
+} // namespace
+
+toolkit::AlertAnswer WindowAlerts::presentAlert(const toolkit::Alert& alert, bool asSheet) {
+    const QPointer<QMessageBox> box = new QMessageBox(window_);
+    box->setWindowModality(asSheet || window_ != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
+    box->setWindowTitle(window_ == nullptr ? QString() : window_->windowTitle());
+    box->setIcon(alert.style == toolkit::AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Information);
+    box->setText(ofUtf8(alert.messageText));
+    if (alert.informativeText)
+        box->setInformativeText(ofUtf8(*alert.informativeText));
+    if (alert.icon)
+        if (const QPixmap picture = pixmapOfImage(*alert.icon); !picture.isNull())
+            box->setIconPixmap(
+                picture.width() > kLargestIcon || picture.height() > kLargestIcon
+                    ? picture.scaled(kLargestIcon, kLargestIcon, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                    : picture);
+    showPlainly(*box);
+    QString taken;
+    std::vector<QAbstractButton*> buttons;
+    for (const toolkit::LocalizedText& button : alert.buttons)
+        buttons.push_back(addButton(*box, button, taken));
+    if (!buttons.empty())
+        box->setDefaultButton(static_cast<QPushButton*>(buttons.front()));
+    if (alert.showsSuppressionButton)
+        box->setCheckBox(
+            new QCheckBox(textWithMnemonic(ofUtf8(bundle_->localizedString(kSuppressionKey)), taken), box));
+    box->exec();
+    if (box == nullptr) // its window went away meanwhile
+        return {.button = static_cast<int>(alert.buttons.size()) - 1};
+    const auto pressed = std::ranges::find(buttons, box->clickedButton());
+    const toolkit::AlertAnswer answer{
+        .button = pressed == buttons.end() ? std::max(0, static_cast<int>(buttons.size()) - 1)
+                                           : static_cast<int>(pressed - buttons.begin()),
+        .suppressionButtonOn = box->checkBox() != nullptr && box->checkBox()->isChecked()};
+    delete box;
+    return answer;
+}
+
+void WindowAlerts::presentPanel(const toolkit::AlertPanel& panel) {
+    const QPointer<QMessageBox> box = new QMessageBox(window_);
+    box->setWindowModality(Qt::WindowModal);
+    box->setWindowTitle(ofUtf8(panel.title));
+    box->setIcon(QMessageBox::Warning);
+    box->setText(ofUtf8(panel.title));
+    box->setInformativeText(ofUtf8(panel.message));
+    showPlainly(*box);
+    QString taken;
+    box->setDefaultButton(addButton(*box, panel.defaultButton, taken));
+    box->exec();
+    delete box;
+}
+
+void WindowAlerts::presentWindow(toolkit::Window& window) {
+    FormBinder binder(*bundle_, window.name(), window.content(),
+                      {.run = [](const std::function<void()>& action) { action(); },
+                       .sizeChanged = {},
+                       .takenLetters = {},
+                       .language = language_});
+    const QPointer<QDialog> dialog = qobject_cast<QDialog*>(binder.form());
+    std::vector<toolkit::PushButton*> buttons;
+    for (toolkit::View* view : window.content())
+        if (auto* button = dynamic_cast<toolkit::PushButton*>(view))
+            buttons.push_back(button);
+    const auto cancel = std::ranges::find(buttons, std::string(kCancelKey), &toolkit::PushButton::titleKey);
+    const auto pressCancel = [&] {
+        if (cancel != buttons.end())
+            (*cancel)->userPressed();
+    };
+    if (dialog == nullptr || !binder.problems().isEmpty()) { // what cannot be read is not agreed to
+        pressCancel();
+        return;
+    }
+    dialog->setParent(window_, dialog->windowFlags());
+    dialog->setWindowModality(Qt::WindowModal);
+    dialog->setWindowTitle(ofUtf8(window.title()));
+    dialog->layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    bool isAnswered = false;
+    for (auto* button : dialog->findChildren<QPushButton*>())
+        QObject::connect(button, &QPushButton::clicked, dialog, [&isAnswered, dialog] {
+            isAnswered = true; // the button's action ran before
+            dialog->accept();
+        });
+    for (const toolkit::PushButton* button : buttons)
+        if (button->isDefault())
+            if (auto* widget = dialog->findChild<QPushButton*>(QString::fromStdString(button->name())))
+                widget->setFocus();
+    dialog->exec();
+    if (!isAnswered)
+        pressCancel();
+}
+
+void WindowAlerts::openHelp(std::string_view anchor, std::string_view book) {
+    openHelp_(std::string(anchor), std::string(book));
+}
+
+void showMessage(QWidget& window, QMessageBox::Icon icon, const QString& message, const QString& explanation,
+                 const QString& button) {
+    const QPointer<QMessageBox> box = new QMessageBox(&window);
+    box->setWindowModality(Qt::WindowModal);
+    box->setWindowTitle(window.windowTitle());
+    box->setIcon(icon);
+    box->setText(message);
+    box->setInformativeText(explanation);
+    showPlainly(*box);
+    QString taken;
+    QPushButton* close = box->addButton(textWithMnemonic(button, taken), QMessageBox::AcceptRole);
+    box->setDefaultButton(close);
+    box->setEscapeButton(close);
+    box->exec();
+    delete box;
+}
+
+} // namespace host

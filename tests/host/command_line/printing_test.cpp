@@ -1,0 +1,241 @@
+#include "host/command_line/command_line.h"
+#include "tests/host/command_line/print_command.h"
+#include "tests/support/private_cupsd.h"
+
+#include <charconv>
+#include <fstream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+namespace host {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+using testing::Not;
+
+constexpr const char* kForeign = CV_SOURCE_DIR "/tests/support/recording.ppd";
+
+/// The print command and a server with a queue of a sample printer and one of another make.
+class Printing : public PrintCommandTest {
+protected:
+    static void SetUpTestSuite() {
+        server_ = std::make_unique<test_support::PrivateCupsd>();
+        server_->addQueue("Sample", kSamplePpd);
+        server_->addQueue("Foreign", kForeign);
+    }
+    static void TearDownTestSuite() { server_.reset(); }
+
+    Printing() { environment_["CUPS_SERVER"] = server().socket(); }
+
+    static test_support::PrivateCupsd& server() { return *server_; }
+
+    void keepOptions(const std::string& lines) const {
+        std::filesystem::create_directory(folder_.path() / ".cups");
+        std::ofstream(folder_.path() / ".cups" / "lpoptions") << lines;
+    }
+    /// What reached the filter of the job that the command printed; the test fails where it printed none.
+    test_support::JobRecord printed(std::vector<std::string> arguments, const std::string& input = "a page\n") const {
+        const auto result = run(std::move(arguments), input);
+        EXPECT_EQ(result.status, kExitDone) << result.errors;
+        const auto record = server().waitForRecord(jobOf(result.output));
+        EXPECT_TRUE(record) << result.output << result.errors << server().errorLog();
+        return record.value_or(test_support::JobRecord());
+    }
+    /// The number in "request id is QUEUE-N (K file(s))"; 0 where there is none.
+    static int jobOf(const std::string& output) {
+        int job = 0;
+        const std::size_t end = output.find(" (");
+        const std::size_t dash = output.rfind('-', end);
+        if (dash != std::string::npos && end != std::string::npos)
+            std::from_chars(output.data() + dash + 1, output.data() + end, job);
+        return job;
+    }
+    std::string page(const std::string& name = "page.txt") const { return folder_.write(name, "a page\n"); }
+
+private:
+    inline static std::unique_ptr<test_support::PrivateCupsd> server_;
+};
+
+TEST_F(Printing, AFileIsPrintedAsLpDoes) {
+    const auto result = run({"-d", "Sample", page()});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_THAT(result.output, MatchesRegex("request id is Sample-[0-9]+ \\(1 file\\(s\\)\\)\n"));
+    const auto record = server().waitForRecord(jobOf(result.output));
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->title, "page.txt");
+    EXPECT_EQ(record->data, "a page\n");
+}
+
+TEST_F(Printing, StandardInputIsPrintedWithOrWithoutADash) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"-d", "Sample"}, {"-d", "Sample", "-"}}) {
+        const auto record = printed(arguments, "from a pipe\n");
+        EXPECT_EQ(record.data, "from a pipe\n");
+        EXPECT_EQ(record.title, "(stdin)");
+    }
+}
+
+TEST_F(Printing, EmptyStandardInputIsNoJob) {
+    const auto result = run({"-d", "Sample"}, "");
+    EXPECT_EQ(result.status, kExitNotPrinted);
+    EXPECT_THAT(result.errors, HasSubstr("nothing to print"));
+}
+
+TEST_F(Printing, SeveralFilesAreOneJob) {
+    const auto result = run({"-d", "Sample", page("one.txt"), page("two.txt")});
+    EXPECT_THAT(result.output, MatchesRegex("request id is Sample-[0-9]+ \\(2 file\\(s\\)\\)\n"));
+    EXPECT_TRUE(server().waitForRecord(jobOf(result.output)));
+}
+
+TEST_F(Printing, ASilentJobTellsNoNumber) {
+    const std::size_t before = server().jobStates().size();
+    EXPECT_EQ(run({"-s", "-d", "Sample", page()}).output, "");
+    EXPECT_EQ(server().jobStates().size(), before + 1);
+}
+
+TEST_F(Printing, LettersBecomeAttributesOfTheJob) {
+    const auto record = printed({"-d", "Sample", "-n", "4", "-t", "A title", "-P", "1-3,5", "-U", "anna", page()});
+    EXPECT_EQ(record.copies, "4");
+    EXPECT_EQ(record.title, "A title");
+    EXPECT_EQ(record.user, "anna");
+    EXPECT_EQ(record.options.at("page-ranges"), "1-3,5");
+}
+
+TEST_F(Printing, TheRulesApplyToWhatIsChosen) {
+    const auto record = printed({"-d", "Sample", "-o", "CVMediaType=Glossy", "-o", "media=A3", page()});
+    EXPECT_EQ(record.options.at("CVMediaType"), "Glossy");
+    EXPECT_EQ(record.options.at("CVResolution"), "Photo");
+    EXPECT_EQ(record.options.at("PageSize"), "A3");
+    EXPECT_FALSE(record.options.contains("media"));
+}
+
+TEST_F(Printing, ADryRunShowsTheVerySetThatIsSent) {
+    const std::vector<std::string> choices = {"-d", "Sample", "-o", "CVMediaType=Inkjet sides=two-sided-long-edge"};
+    std::vector<std::string> dry = choices, wet = choices;
+    dry.insert(dry.end(), {"--dry-run", "--json"});
+    wet.push_back(page());
+    const auto planned = nlohmann::json::parse(run(dry).output).at("options");
+    const auto record = printed(wet);
+    ASSERT_FALSE(planned.empty());
+    for (const auto& [name, value] : planned.items()) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(record.options.contains(name));
+        EXPECT_STRCASEEQ(record.options.at(name).c_str(), value.get<std::string>().c_str());
+    }
+}
+
+TEST_F(Printing, ARefusalIsToldAndTheRestIsPrinted) {
+    const auto result = run({"-d", "Sample", "-o", "CVMediaType=Glossy CVInputSlot=Tray2", page()});
+    EXPECT_EQ(result.status, kExitDone);
+    EXPECT_THAT(result.errors, HasSubstr("CVInputSlot=Tray2 was refused"));
+    const auto record = server().waitForRecord(jobOf(result.output));
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->options.at("CVInputSlot"), "Tray1");
+}
+
+TEST_F(Printing, KeptOptionsAndInstancesAreTheStart) {
+    keepOptions("Dest Sample CVMediaType=Inkjet copies=2\nDest Sample/photo CVMediaType=Glossy\n");
+    const auto own = printed({"-d", "Sample", page()});
+    EXPECT_EQ(own.options.at("CVMediaType"), "Inkjet");
+    EXPECT_EQ(own.copies, "2");
+    EXPECT_EQ(printed({"-d", "Sample/photo", page()}).options.at("CVMediaType"), "Glossy");
+    EXPECT_EQ(printed({"-d", "Sample/photo", "-n", "3", page()}).copies, "3");
+}
+
+TEST_F(Printing, TheDefaultIsThatOfTheEnvironmentThenTheUsers) {
+    EXPECT_THAT(run({page()}).errors, HasSubstr("no default queue"));
+    keepOptions("Default Foreign\n");
+    EXPECT_THAT(run({page()}).output, HasSubstr("request id is Foreign-"));
+    environment_["PRINTER"] = "Sample";
+    EXPECT_THAT(run({page()}).output, HasSubstr("request id is Sample-"));
+    environment_["LPDEST"] = "Foreign";
+    EXPECT_THAT(run({page()}).output, HasSubstr("request id is Foreign-"));
+}
+
+TEST_F(Printing, AnotherServerIsNamedByALetter) {
+    environment_.erase("CUPS_SERVER");
+    EXPECT_EQ(printed({"-h", server().hostAndPort(), "-d", "Sample", page()}).options.at("CVMediaType"), "Plain");
+}
+
+TEST_F(Printing, AnotherMakersPrinterGetsNoPrivateKeys) {
+    const auto result = run({"-d", "Foreign", "-o", "PageSize=A5", page()});
+    EXPECT_EQ(result.status, kExitDone);
+    EXPECT_EQ(result.errors, "");
+    const auto record = server().waitForRecord(jobOf(result.output));
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->options.at("PageSize"), "A5");
+    EXPECT_THAT(record->optionText, AllOf(Not(HasSubstr("com.corvane")), Not(HasSubstr("AP_"))));
+}
+
+TEST_F(Printing, WithoutAWindowAnAlertIsALineAndTheJobGoesOn) {
+    const auto result = run({"--no-dialog", "-d", "Sample", "-o", "media=A4", page()}, "", "corvane-print");
+    EXPECT_EQ(result.status, kExitDone);
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("Load the paper in the tray sideways")));
+}
+
+TEST_F(Printing, AlertsCanBeSilenced) {
+    const auto result = run({"--no-alerts", "-d", "Sample", "-o", "media=A4", page()});
+    EXPECT_EQ(result.status, kExitDone);
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(Printing, AnAlertCanStopTheJob) {
+    const std::size_t before = server().jobStates().size();
+    const auto result = run({"--stop-on-alert", "-d", "Sample", "-o", "media=A4", page()});
+    EXPECT_EQ(result.status, kExitStoppedByAlert);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("Load the paper"), HasSubstr("not printed")));
+    EXPECT_EQ(server().jobStates().size(), before);
+}
+
+TEST_F(Printing, AFolderTakesTheJobAndItsTicket) {
+    const std::filesystem::path out = folder_.path() / "out";
+    const auto result = run({"--ppd", kSamplePpd, "--to", out, "-o", "CVMediaType=Glossy", "-n", "2", page()});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_EQ(result.output, "ticket is " + (out / "ticket.json").string() + "\n");
+    const auto ticket = nlohmann::json::parse(test_support::contentsOf(out / "ticket.json"));
+    EXPECT_EQ(ticket.at("copies"), 2);
+    EXPECT_EQ(ticket.at("options").at("CVResolution"), "Photo");
+    EXPECT_EQ(test_support::contentsOf(out / "page.txt"), "a page\n");
+}
+
+TEST_F(Printing, AHeldJobIsChangedAndReleased) {
+    const auto held = run({"-d", "Sample", "-H", "hold", page()});
+    const int job = jobOf(held.output);
+    ASSERT_NE(job, 0) << held.errors;
+    EXPECT_EQ(run({"-i", "Sample-" + std::to_string(job), "-n", "5", "-H", "resume"}).status, kExitDone);
+    const auto record = server().waitForRecord(job);
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->copies, "5");
+}
+
+TEST_F(Printing, WhatCannotBePrintedIsOneLineAndAStatus) {
+    const std::string file = page();
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* named;
+    };
+    const Case kCases[] = {
+        {{"-d", "Nobody", file}, "Nobody"},
+        {{"-d", "Sample/nothing", file}, "instance"},
+        {{"-d", "Sample", folder_.path() / "missing.pdf"}, "missing.pdf"},
+        {{"-h", "/no/such/socket", "-d", "Sample", file}, "No connection"},
+        {{"-i", "99999", "-n", "2"}, "99999"},
+    };
+    for (const auto& [arguments, named] : kCases) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        std::vector<std::string> quietly = arguments;
+        quietly.insert(quietly.begin(), "--no-alerts");
+        const auto result = run(quietly);
+        EXPECT_EQ(result.status, kExitNotPrinted);
+        EXPECT_EQ(result.output, "");
+        EXPECT_THAT(linesOf(result.errors), ElementsAre(AllOf(testing::StartsWith("lp: "), HasSubstr(named))));
+    }
+}
+
+} // namespace
+} // namespace host

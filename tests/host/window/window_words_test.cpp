@@ -1,0 +1,180 @@
+// What the window says, and what it reads of what a user types.
+
+#include "host/window/free_size_editor.h"
+#include "host/window/mnemonics.h"
+#include "host/window/page_ranges.h"
+#include "host/window/session_starter.h"
+#include "host/window/user_actions.h"
+#include "host/window/window_texts.h"
+
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QTest>
+
+using namespace host;
+
+namespace {
+
+std::unique_ptr<printing::PrinterDescription> samplePrinter(const char* language) {
+    std::string error;
+    auto description =
+        printing::PrinterDescription::openFile(CV_SOURCE_DIR "/resources/models/corvane-a3.ppd", {language}, error);
+    if (description == nullptr)
+        qFatal("%s", error.c_str());
+    description->markDefaults();
+    return description;
+}
+
+constexpr printing::CustomSizeLimits kLimits = {.minWidth = 252, .minHeight = 360, .maxWidth = 900, .maxHeight = 1400};
+
+} // namespace
+
+class WindowWordsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyTextIsThereInBothLanguages() {
+        for (int text = 0; text < static_cast<int>(Text::Count); ++text)
+            for (const Language language : {Language::English, Language::Japanese})
+                QVERIFY2(!windowText(static_cast<Text>(text), language).isEmpty(), qPrintable(QString::number(text)));
+    }
+
+    void bothLanguagesHaveTheSamePlacesForValues() {
+        for (int text = 0; text < static_cast<int>(Text::Count); ++text)
+            for (const QString place : {"%1", "%2", "%3", "%4"})
+                QCOMPARE(windowText(static_cast<Text>(text), Language::Japanese).contains(place),
+                         windowText(static_cast<Text>(text), Language::English).contains(place));
+    }
+
+    void theFirstLanguageThatTheWindowSpeaksIsTaken() {
+        QCOMPARE(windowLanguage({"fr", "ja", "en"}), Language::Japanese);
+        QCOMPARE(windowLanguage({"ja-JP"}), Language::Japanese);
+        QCOMPARE(windowLanguage({"en", "ja"}), Language::English);
+        QCOMPARE(windowLanguage({"fr"}), Language::English);
+    }
+
+    void pagesAreNumbersAndRanges() {
+        const std::pair<const char*, std::optional<std::string>> rows[] = {
+            {"", ""},
+            {"  ", ""},
+            {"3", "3"},
+            {"1-4", "1-4"},
+            {" 1 - 4 , 7", "1-4,7"},
+            {"2-2", "2-2"},
+            {"4-1", std::nullopt},
+            {"0", std::nullopt},
+            {"1,", std::nullopt},
+            {"a", std::nullopt},
+            {"1-", std::nullopt},
+            {"-3", std::nullopt},
+            {"1;2", std::nullopt},
+            {"99999999999", std::nullopt},
+        };
+        for (const auto& [typed, expected] : rows)
+            QVERIFY2(pageRanges(QString::fromLatin1(typed)) == expected, typed);
+    }
+
+    void mnemonicsAreTheFirstFreeLetters() {
+        QString taken = "P";
+        QCOMPARE(textWithMnemonic("Paper", taken), QString("P&aper"));
+        QCOMPARE(textWithMnemonic("Apple", taken), QString("App&le"));
+        QCOMPARE(taken, QString("PAL"));
+        QCOMPARE(textWithMnemonic("Pal", taken), QString("Pal"));
+    }
+
+    void textsWithoutLatinLettersGetTheirMnemonicInBrackets() {
+        QString taken = "A";
+        QCOMPARE(textWithMnemonic("用紙: ", taken), QString("用紙(&B): "));
+    }
+
+    void preferredLettersComeFirstInBrackets() {
+        QString taken = "P";
+        QCOMPARE(textWithMnemonic("印刷", taken, "Print"), QString("印刷(&R)"));
+        QCOMPARE(taken, QString("PR"));
+    }
+
+    void ampersandsInTextsAreNoMnemonics() {
+        QString taken;
+        QCOMPARE(textWithMnemonic("R&D", taken), QString("&R&&D"));
+        QLabel label;
+        setCaption(label, "R&D");
+        QCOMPARE(label.text(), QString("R&D"));
+        QCOMPARE(caption(label), QString("R&D"));
+    }
+
+    void theNetChangeIsToldWithItsCauseInThePpdsWords() {
+        const auto printer = samplePrinter("en");
+        const Marks before = printer->marks();
+        printer->mark("CVMediaType", "Glossy");
+        printer->mark("CVResolution", "Photo");
+        QCOMPARE(changeInWords(*printer, before, printer->marks(), printing::MarkedChoice("CVMediaType", "Glossy"),
+                               Language::English),
+                 "Because you chose " + choiceInWords(*printer, "CVMediaType", "Glossy", Language::English) +
+                     ": Print Quality is now Photo");
+    }
+
+    void whatWentBackIsNoChange() {
+        const auto printer = samplePrinter("en");
+        const Marks before = printer->marks();
+        printer->mark("CVMediaType", "Glossy");
+        printer->mark("CVMediaType", "Plain");
+        QVERIFY(changeInWords(*printer, before, printer->marks(), {}, Language::English).isEmpty());
+    }
+
+    void refusalsAreToldInTheUsersLanguage() {
+        const auto printer = samplePrinter("ja");
+        const RefusedMark refusal{
+            .option = "CVInputSlot", .choice = "Tray2", .with = {{"CVMediaType", "Glossy"}}, .reason = "the reason"};
+        QVERIFY(refusalInWords(*printer, refusal, Language::Japanese).contains("給紙方法: トレイ2"));
+        QCOMPARE(refusalInWords(*printer, refusal, Language::English), QString("the reason"));
+    }
+
+    void aFreePaperBearsItsSizeInPointsAsItsName() {
+        const printing::Paper paper = freePaper(283.4645, 420);
+        QCOMPARE(paper.name.value(), std::string("Custom.283.46x420"));
+        QVERIFY(!paper.ppdName);
+        QCOMPARE(paper.width.value(), 283.46);
+    }
+
+    void freeSizesAreLimitedInEveryUnit() {
+        FreeSizeEditor editor(Language::English);
+        editor.setLimits(kLimits);
+        auto& width = *editor.findChild<QDoubleSpinBox*>("freeWidthField");
+        auto& unit = *editor.findChild<QComboBox*>("freeUnitList");
+        const double points[] = {72 / 25.4, 72, 1};
+        for (int row = 0; row < unit.count(); ++row) {
+            unit.setCurrentIndex(row);
+            emit unit.activated(row);
+            QVERIFY2(width.minimum() * points[row] >= 252 - 1e-6, qPrintable(unit.itemText(row)));
+            QVERIFY2(width.maximum() * points[row] <= 900 + 1e-6, qPrintable(unit.itemText(row)));
+        }
+    }
+
+    void anotherUnitKeepsTheFreeSize() {
+        FreeSizeEditor editor(Language::English);
+        editor.setLimits(kLimits);
+        editor.setSize(300, 500);
+        auto& unit = *editor.findChild<QComboBox*>("freeUnitList");
+        for (int row = 0; row < unit.count(); ++row) {
+            unit.setCurrentIndex(row);
+            emit unit.activated(row);
+            QCOMPARE(editor.widthInPoints(), 300.0);
+            QCOMPARE(editor.heightInPoints(), 500.0);
+        }
+    }
+
+    void aTypedSideIsToldInPoints() {
+        FreeSizeEditor editor(Language::English);
+        editor.setLimits(kLimits);
+        editor.setSize(300, 500);
+        int told = 0;
+        editor.sizeChanged = [&] { ++told; };
+        editor.findChild<QDoubleSpinBox*>("freeWidthField")->setValue(127);
+        QCOMPARE(told, 1);
+        QCOMPARE(editor.widthInPoints(), 360.0);
+    }
+};
+
+QTEST_MAIN(WindowWordsTest)
+#include "window_words_test.moc"
