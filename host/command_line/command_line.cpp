@@ -124,8 +124,14 @@ std::string PrintCommand::findQueue() {
         source_.kept = found->options;
         return {};
     }
-    if (arguments_.queue.empty())
-        return "There is no default queue: name one by -d.";
+    if (arguments_.queue.empty()) {
+        const NamedDefault named = defaultOfEnvironment();
+        return named.variable.empty()
+                   ? "There is no default queue: name one by -d."
+                   : "There is no queue " +
+                         quotedText(named.queue + (named.instance.empty() ? "" : "/" + named.instance)) + ", which " +
+                         named.variable + " names: correct it, or name another queue by -d.";
+    }
     const bool queueExists = std::ranges::find(list.queues, arguments_.queue, &Queue::name) != list.queues.end();
     return queueExists ? "The queue " + quotedText(arguments_.queue) + " has no instance " +
                              quotedText(arguments_.instance) + "."

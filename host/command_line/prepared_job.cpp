@@ -196,6 +196,8 @@ void PreparedJob::choose() {
     for (const auto& [panel, key] : managed)
         if (const auto choice = std::ranges::find(givenChoices_, key, &JobOption::name); choice != givenChoices_.end())
             chooseOnPanel(*panel, *choice);
+    for (const auto& panel : panels)
+        panel->saveValuesAndReturnError(); // adjustments reach the print settings only so
     tellWhatDidNotHold();
     tellConflicts();
 }

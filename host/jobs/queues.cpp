@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <initializer_list>
 #include <map>
 #include <string_view>
@@ -179,6 +180,22 @@ std::string askForQueue(QueuePath& queue, const Server& server, Connection& conn
 
 } // namespace
 
+NamedDefault defaultOfEnvironment() {
+    constexpr std::string_view kEveryonesPrinter = "lp"; // set by old systems for everyone: nobody's wish
+    for (const char* variable : {"LPDEST", "PRINTER"}) {
+        const char* value = std::getenv(variable);
+        if (value == nullptr || *value == '\0' ||
+            (value == kEveryonesPrinter && std::string_view(variable) == "PRINTER"))
+            continue;
+        const std::string_view name(value);
+        const std::size_t slash = name.find('/');
+        return {.variable = variable,
+                .queue = std::string(name.substr(0, slash)),
+                .instance = std::string(slash == name.npos ? "" : name.substr(slash + 1))};
+    }
+    return {};
+}
+
 QueueList listQueues(const std::string& address, const JobLimits& given) {
     const JobLimits limits = boundedLimits(given);
     QueueList list;
@@ -192,7 +209,8 @@ QueueList listQueues(const std::string& address, const JobLimits& given) {
         list.error = connection.unreachable(server);
         return list;
     }
-    const Message response = connection.ask(question(IPP_OP_CUPS_GET_PRINTERS, {"printer-name", "job-template"}), "/");
+    const Message response =
+        connection.ask(question(IPP_OP_CUPS_GET_PRINTERS, {"printer-name", "job-template", "printer-defaults"}), "/");
     const ipp_status_t status = response ? ippGetStatusCode(response.get()) : IPP_STATUS_ERROR_INTERNAL;
     if (status == IPP_STATUS_ERROR_NOT_FOUND)
         return list; // a server without queues
@@ -206,6 +224,10 @@ QueueList listQueues(const std::string& address, const JobLimits& given) {
     for (const cups_dest_t& destination : destinations)
         if (const auto found = known.find(destination.name); found != known.end())
             list.queues.push_back(queueOf(destination, found->second));
+    // The library itself forgets the environment where the user's own default is the same.
+    if (const NamedDefault named = defaultOfEnvironment(); !named.variable.empty())
+        for (Queue& queue : list.queues)
+            queue.isDefault = queue.name == named.queue && queue.instance == named.instance;
     if (list.queues.size() < known.size())
         list.error = noAnswer(server, connection, limits);
     std::ranges::sort(list.queues, {}, [](const Queue& each) { return std::pair(each.name, each.instance); });

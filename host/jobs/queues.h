@@ -27,9 +27,17 @@ struct QueueList {
     std::string error; ///< one sentence; empty where the server answered
 };
 
+/// The default queue that the environment names, by LPDEST or else by PRINTER.
+struct NamedDefault {
+    std::string variable; ///< empty: neither names one
+    std::string queue, instance;
+};
+[[nodiscard]] NamedDefault defaultOfEnvironment();
+
 /// Asks the server (see QueueAddress::server) for its queues and adds what the user's and the system's lpoptions say of
-/// them: instances, options, and, before the server's own word, which is the default. Blocks no longer than the limits
-/// allow, so call it from a thread of its own where a window is shown.
+/// them: instances, options, and, before the server's own word, which is the default. Before all of these comes the
+/// environment's default; where the server has no such queue, there is none. Blocks no longer than the limits allow, so
+/// call it from a thread of its own where a window is shown.
 [[nodiscard]] QueueList listQueues(const std::string& server, const JobLimits& limits = {});
 
 /// A queue's PPD, or why it cannot be had.

@@ -154,6 +154,8 @@ TEST_F(Printing, TheDefaultIsThatOfTheEnvironmentThenTheUsers) {
     EXPECT_THAT(run({page()}).output, HasSubstr("request id is Sample-"));
     environment_["LPDEST"] = "Foreign";
     EXPECT_THAT(run({page()}).output, HasSubstr("request id is Foreign-"));
+    environment_["LPDEST"] = "Nobody";
+    EXPECT_THAT(run({page()}).errors, AllOf(HasSubstr("LPDEST"), HasSubstr("\"Nobody\"")));
 }
 
 TEST_F(Printing, AnotherServerIsNamedByALetter) {

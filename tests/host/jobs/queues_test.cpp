@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <future>
 
 namespace host {
 namespace {
@@ -34,8 +35,12 @@ protected:
         std::filesystem::create_directory(folder_.path() / ".cups");
         std::ofstream(folder_.path() / ".cups" / "lpoptions") << lines;
     }
+    /// The library reads HOME once in each thread: a new one reads this test's.
+    static QueueList queuesOfThisHome() {
+        return std::async(std::launch::async, [] { return listQueues(server().socket()); }).get();
+    }
     static Queue queueNamed(const std::string& name, const std::string& instance = "") {
-        const QueueList list = listQueues(server().socket());
+        const QueueList list = queuesOfThisHome();
         EXPECT_EQ(list.error, "");
         const auto found = std::ranges::find_if(
             list.queues, [&](const Queue& each) { return each.name == name && each.instance == instance; });
