@@ -1,6 +1,7 @@
 // How the user is told, before printing, to load the paper.
 
 #include "print_settings/CVInkPrintSetting12PDE.h"
+#include "print_settings/paper_loading.h"
 #include "print_settings/paper_names.h"
 #include "print_settings/print_keywords.h"
 
@@ -25,30 +26,6 @@ constexpr const char* kCustomPaper = "Custom Paper";
 
 constexpr int kModalOk = 1, kModalCancel = 0;
 constexpr double kMessagePadding = 6; // points
-
-// How a sheet of a user-defined size goes into the printer.
-enum class Loading { Landscape, Portrait, ByHand, Unsupported };
-
-// Sides in whole points. The order of the cases decides.
-Loading loadingForSize(double width, double height, const printing::CustomSizeLimits& limits) {
-    constexpr double kNarrow = 360, kLetterWidth = 612, kA4Height = 842; // points
-    const double minWidth = static_cast<double>(limits.minWidth);
-    const double maxWidth = static_cast<double>(limits.maxWidth);
-    const double maxHeight = static_cast<double>(limits.maxHeight);
-    const bool widthWithinLimits = minWidth <= width && width <= maxWidth;
-    const bool heightOfA4 = kLetterWidth < height && height <= kA4Height;
-    if (kNarrow <= width && width <= kLetterWidth && heightOfA4)
-        return Loading::Landscape;
-    if (widthWithinLimits && kNarrow <= height && height <= kLetterWidth)
-        return Loading::Portrait;
-    if (widthWithinLimits && kA4Height < height && height <= maxHeight)
-        return Loading::ByHand;
-    if (minWidth <= width && width < kNarrow && heightOfA4)
-        return Loading::ByHand;
-    if (kLetterWidth < width && width <= maxWidth && heightOfA4)
-        return Loading::ByHand;
-    return Loading::Unsupported;
-}
 
 } // namespace
 
@@ -92,7 +69,8 @@ bool CVInkPrintSetting12PDE::checkCustomSizeAndShowAlert() {
         width = std::round(*paper->width); // halves away from zero
         height = std::round(*paper->height);
     }
-    switch (loadingForSize(width, height, ppd->customSizeLimits())) {
+    using paper_loading::Loading;
+    switch (paper_loading::loadingForSize(width, height, ppd->customSizeLimits())) {
     case Loading::Landscape:
         if (!showCustomPaperAlert(kLandscapeInstruction, "Landscape"))
             return false;
