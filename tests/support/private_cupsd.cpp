@@ -16,6 +16,7 @@
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
@@ -141,6 +142,9 @@ PrivateCupsd::PrivateCupsd(const Options& options) {
 
 PrivateCupsd::~PrivateCupsd() {
     kill();
+    // A printer that still waits has no server that ends it.
+    if (const int gate = ::open((recordFolder() / "gate").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); gate >= 0)
+        ::close(gate);
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
 }
@@ -175,6 +179,9 @@ void PrivateCupsd::prepareFolder(const Options& options) {
     fs::create_symlink(kSystemHelper, folder_ / "bin/daemon/cups-exec");
     writeFile(folder_ / "share/mime/mime.types", "application/octet-stream\napplication/vnd.cups-raw\n");
     writeFile(folder_ / "share/mime/mime.convs", "");
+    const fs::path gate = folder_ / "records/gate";
+    if (::mkfifo(gate.c_str(), 0600) != 0 || ::chmod(gate.c_str(), 0666) != 0)
+        failWithErrno("cannot make " + gate.string());
     if (::geteuid() != 0)
         return;
     if (options.user.empty()) {
@@ -253,14 +260,31 @@ void PrivateCupsd::runClient(const std::vector<std::string>& arguments) const {
         fail(arguments.front() + " failed: " + fileContents(output));
 }
 
-void PrivateCupsd::addQueue(const std::string& name, const fs::path& ppd, int backendStatus) {
+void PrivateCupsd::addQueue(const std::string& name, const fs::path& ppd, const Printer& printer) {
     const std::string text = fileContents(ppd);
     if (text.empty())
         fail("cannot read the PPD " + ppd.string());
     const fs::path copy = folder_ / "queue.ppd";
     writeFile(copy, withRecordingFilter(text));
-    runClient(
-        {"/usr/sbin/lpadmin", "-p" + name, "-E", "-v", "recorder:/exit/" + std::to_string(backendStatus), "-P", copy});
+    const std::string address = "recorder:/filter/" + std::to_string(printer.filterStatus) +
+                                (printer.reason.empty() ? "" : "/reason/" + printer.reason) +
+                                (printer.waits ? "/waits" : "") + "/exit/" + std::to_string(printer.backendStatus);
+    runClient({"/usr/sbin/lpadmin", "-p" + name, "-E", "-v", address, "-P", copy, "-o",
+               printer.wantsCredentials ? "auth-info-required=username,password" : "auth-info-required=none"});
+}
+
+void PrivateCupsd::deleteQueue(const std::string& name) {
+    runClient({"/usr/sbin/lpadmin", "-x" + name});
+}
+
+void PrivateCupsd::letPrint() const {
+    int gate = -1;
+    if (!becomesTrue(kStartDeadline, [this, &gate] { // no writer is let in before there is a reader
+            gate = ::open((recordFolder() / "gate").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+            return gate >= 0;
+        }))
+        fail("no printer waits: " + errorLog());
+    ::close(gate);
 }
 
 void PrivateCupsd::pauseQueue(const std::string& name) {

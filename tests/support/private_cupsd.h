@@ -20,6 +20,16 @@ struct JobRecord {
     std::string data;                           ///< the document's bytes
 };
 
+/// How the printer behind a queue behaves.
+struct Printer {
+    int filterStatus = 0; ///< the recording filter's exit status; with another one it records nothing
+    int backendStatus =
+        0; ///< the backend's: 0 printed, 1 failed, 2 wants a password, 3 hold the job, 4 stop the queue ...
+    std::string reason{};          ///< a state reason that the printer tells, such as "media-empty-error"
+    bool waits = false;            ///< it prints nothing before PrivateCupsd::letPrint()
+    bool wantsCredentials = false; ///< the queue says that a name and a password are wanted
+};
+
 /// A print server of a test's own: its own folder, socket and loopback port, and queues that write down what they are
 /// given. It ends, with all of its files, when this object does, or when this process dies. Failures to set it up are
 /// exceptions (std::runtime_error), which fail the test.
@@ -37,8 +47,9 @@ public:
     PrivateCupsd& operator=(const PrivateCupsd&) = delete;
 
     /// Adds a queue that accepts jobs and prints them. Of the PPD everything is taken but its filters: the recording
-    /// one takes every document. The backend records what it gets and ends with this exit status.
-    void addQueue(const std::string& name, const std::filesystem::path& ppd, int backendStatus = 0);
+    /// one takes every document. The backend records what it gets.
+    void addQueue(const std::string& name, const std::filesystem::path& ppd, const Printer& printer = {});
+    void deleteQueue(const std::string& name);
 
     void pauseQueue(const std::string& name); ///< its jobs wait
     void rejectJobs(const std::string& name); ///< it takes no jobs
@@ -47,6 +58,9 @@ public:
     std::string hostAndPort() const; ///< "127.0.0.1:12345"
     const std::filesystem::path& folder() const { return folder_; }
     std::filesystem::path recordFolder() const;
+
+    /// Waits for the printer that waits, and lets it print.
+    void letPrint() const;
 
     void kill();   ///< at once, by SIGKILL; the socket file stays behind
     void freeze(); ///< stops the process: it still is connected to, and answers nothing
