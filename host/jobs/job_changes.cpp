@@ -4,6 +4,7 @@
 #include "host/jobs/option_encoding.h"
 #include "host/jobs/server_connection.h"
 
+#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -24,9 +25,15 @@ bool changesAttributes(const JobChange& change) {
            !change.options.empty();
 }
 
+std::string refusalForJob(const std::string& job) {
+    return jobNumber(job) != 0
+               ? ""
+               : "There can be no job " + quotedText(job) + ": give its number, as its request's id has it.";
+}
+
 std::string refusalFor(const JobChange& change) {
-    if (jobNumber(change.job) == 0)
-        return "There can be no job " + quotedText(change.job) + ": give its number, as its request's id has it.";
+    if (std::string refusal = refusalForJob(change.job); !refusal.empty())
+        return refusal;
     if (change.copies)
         if (std::string refusal = refusalForCopies(*change.copies); !refusal.empty())
             return refusal;
@@ -63,34 +70,67 @@ Message changeRequest(const JobChange& change, int job) {
     return request;
 }
 
-} // namespace
+/// A request about a job, and what it does to it, in words.
+struct Step {
+    Message request;
+    const char* done;
+};
 
-std::string changeJob(const std::string& address, const JobChange& change, const JobLimits& given) {
-    const JobLimits limits = boundedLimits(given);
+/// Sends the steps, one after the other, as long as they succeed.
+std::string carryOut(const std::string& address, const std::string& name, std::vector<Step> steps,
+                     const JobLimits& given, const PasswordPrompt& prompt) {
     Server server;
-    std::string error = refusalFor(change);
-    if (error.empty())
-        error = readServer(address, server);
-    if (!error.empty())
+    if (std::string error = readServer(address, server); !error.empty())
         return error;
-    const NoPasswords noPasswords;
+    const JobLimits limits = boundedLimits(given);
+    const PasswordAnswers passwords(prompt, server.name);
     Connection connection(server, limits.connect, limits.response);
     if (!connection.isOpen())
         return connection.unreachable(server);
+    for (Step& step : steps) {
+        const Message response = connection.ask(std::move(step.request), "/jobs");
+        if (!response || ippGetStatusCode(response.get()) > IPP_STATUS_OK_CONFLICTING)
+            return "The job " + std::to_string(jobNumber(name)) + " on " + server.name + " could not be " + step.done +
+                   " (" + connection.cause() + "): check " +
+                   (response ? "its number and that it is yours." : "that the server runs and that you may use it.");
+    }
+    return {};
+}
+
+} // namespace
+
+std::string changeJob(const std::string& server, const JobChange& change, const JobLimits& limits,
+                      const PasswordPrompt& prompt) {
+    if (std::string refusal = refusalFor(change); !refusal.empty())
+        return refusal;
     const int job = jobNumber(change.job);
-    const auto ask = [&](Message request, const std::string& what) -> std::string {
-        const Message response = connection.ask(std::move(request), "/jobs");
-        if (response && ippGetStatusCode(response.get()) <= IPP_STATUS_OK_CONFLICTING)
-            return {};
-        return "The job " + std::to_string(job) + " on " + server.name + " could not be " + what + " (" +
-               plainText(connection.timedOut() ? "the server gives no sign of life" : cupsLastErrorString(), 200) +
-               "): check its number and that it is yours.";
-    };
+    std::vector<Step> steps;
     if (changesAttributes(change))
-        error = ask(changeRequest(change, job), "changed");
-    if (error.empty() && change.restarts)
-        error = ask(requestFor(IPP_OP_RESTART_JOB, job), "printed again");
-    return error;
+        steps.push_back({changeRequest(change, job), "changed"});
+    if (change.restarts)
+        steps.push_back({requestFor(IPP_OP_RESTART_JOB, job), "printed again"});
+    return carryOut(server, change.job, std::move(steps), limits, prompt);
+}
+
+std::string cancelJob(const std::string& server, const std::string& job, const JobLimits& limits,
+                      const PasswordPrompt& prompt) {
+    if (std::string refusal = refusalForJob(job); !refusal.empty())
+        return refusal;
+    std::vector<Step> steps;
+    steps.push_back({requestFor(IPP_OP_CANCEL_JOB, jobNumber(job)), "cancelled"});
+    return carryOut(server, job, std::move(steps), limits, prompt);
+}
+
+std::string authenticateJob(const std::string& server, const std::string& job, const Credentials& credentials,
+                            const JobLimits& limits, const PasswordPrompt& prompt) {
+    if (std::string refusal = refusalForJob(job); !refusal.empty())
+        return refusal;
+    Message request = requestFor(IPP_OP_CUPS_AUTHENTICATE_JOB, jobNumber(job));
+    const std::array<const char*, 2> info{credentials.user.c_str(), credentials.password.c_str()};
+    ippAddStrings(request.get(), IPP_TAG_JOB, IPP_TAG_TEXT, "auth-info", info.size(), nullptr, info.data());
+    std::vector<Step> steps;
+    steps.push_back({std::move(request), "released"});
+    return carryOut(server, job, std::move(steps), limits, prompt);
 }
 
 } // namespace host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/jobs/job.h"
+#include "host/jobs/passwords.h"
 #include "host/jobs/queue_submission.h"
 
 #include <optional>
@@ -22,6 +23,17 @@ struct JobChange {
 
 /// Asks the server (see QueueAddress::server) to change the job. Returns an empty text, or the sentence that says why
 /// it could not. Blocks no longer than the limits allow.
-[[nodiscard]] std::string changeJob(const std::string& server, const JobChange& change, const JobLimits& limits = {});
+[[nodiscard]] std::string changeJob(const std::string& server, const JobChange& change, const JobLimits& limits = {},
+                                    const PasswordPrompt& prompt = {});
+
+/// The same for ending a job, which is named as in JobChange: nothing more of it is printed.
+[[nodiscard]] std::string cancelJob(const std::string& server, const std::string& job, const JobLimits& limits = {},
+                                    const PasswordPrompt& prompt = {});
+
+/// Releases a job that is held until its printer's password is given (JobStatus::wantsPassword). A server takes it over
+/// its own socket, over loopback, or encrypted.
+[[nodiscard]] std::string authenticateJob(const std::string& server, const std::string& job,
+                                          const Credentials& credentials, const JobLimits& limits = {},
+                                          const PasswordPrompt& prompt = {});
 
 } // namespace host

@@ -1,6 +1,8 @@
 #include "host/jobs/queue_submission.h"
 
 #include "host/jobs/document.h"
+#include "host/jobs/job_changes.h"
+#include "host/jobs/job_status_reading.h"
 #include "host/jobs/job_text.h"
 #include "host/jobs/option_encoding.h"
 #include "host/jobs/server_connection.h"
@@ -17,15 +19,25 @@ namespace host {
 namespace {
 
 constexpr std::size_t kPieceBytes = 64 * 1024;
+/// The printer's words for what it wants to know of a user.
+constexpr const char* kWantedOfUser = "auth-info-required";
+constexpr std::string_view kUserName = "username";
+constexpr std::string_view kPassword = "password";
+
+/// The waits for removing a job after a failure; shorter where the server gave no sign of life already, so that its
+/// failure is told soon.
 constexpr std::chrono::milliseconds kLongestCancellation = std::chrono::seconds(5);
+constexpr std::chrono::milliseconds kShortCancellation{900};
 
 /// Everything that the steps of a submission know of it.
 struct Submission {
     Server server;
     QueuePath queue;
     const JobRequest& request;
+    std::string serverAddress;
     JobLimits limits;
     const JobProgress& progress;
+    const PasswordPrompt& prompt;
 
     std::string queueOnServer() const { return "the queue " + quotedText(queue.name) + " on " + server.name; }
 };
@@ -38,7 +50,7 @@ std::string unanswered(const Submission& submission, const Connection& connectio
                std::to_string(submission.limits.response.count()) + " ms " + step +
                ": check that it is not overloaded or stopped, and print again.";
     return "The job failed because the connection to " + submission.server.name + " broke " + step + " (" +
-           plainText(cupsLastErrorString(), 200) + "): check that it still runs, and print again.";
+           connection.cause() + "): check that it still runs, and print again.";
 }
 
 std::string statusMessage(ipp_t* response) {
@@ -54,6 +66,8 @@ struct Refusal {
     std::string_view advice;
 };
 
+constexpr std::string_view kPasswordAdvice =
+    "print where you can be asked for them, or ask its administrator for access";
 constexpr Refusal kRefusals[] = {
     {IPP_STATUS_ERROR_NOT_FOUND, "does not exist", "choose another queue"},
     {IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, "accepts no jobs", "choose another queue, or have it accept jobs again"},
@@ -61,8 +75,8 @@ constexpr Refusal kRefusals[] = {
      "print fewer pages at a time, or have the server's limit raised"},
     {IPP_STATUS_ERROR_DOCUMENT_FORMAT_NOT_SUPPORTED, "cannot print this kind of document",
      "convert it, for example to PDF"},
-    {IPP_STATUS_ERROR_NOT_AUTHENTICATED, "wants a password", "ask its administrator for access"},
-    {IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED, "wants a password", "ask its administrator for access"},
+    {IPP_STATUS_ERROR_NOT_AUTHENTICATED, "wants a user's name and password", kPasswordAdvice},
+    {IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED, "wants a user's name and password", kPasswordAdvice},
     {IPP_STATUS_ERROR_NOT_AUTHORIZED, "is not open to this user", "ask its administrator for access"},
     {IPP_STATUS_ERROR_FORBIDDEN, "is not open to this user", "ask its administrator for access"},
 };
@@ -105,6 +119,41 @@ Message newRequest(ipp_op_t operation, const Submission& submission, int jobId =
     return request;
 }
 
+/// What the printer behind the queue wants to know of a user, by the printer's own words for it; empty for nothing.
+std::vector<std::string> wantedOfUser(const Submission& submission, Connection& connection) {
+    Message request = newRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, submission);
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", nullptr, kWantedOfUser);
+    const Message response = connection.ask(std::move(request), submission.queue.resource);
+    std::vector<std::string> wanted;
+    ipp_attribute_t* attribute = ippFindAttribute(response.get(), kWantedOfUser, IPP_TAG_KEYWORD);
+    for (int index = 0; index < ippGetCount(attribute); ++index)
+        wanted.emplace_back(ippGetString(attribute, index, nullptr));
+    if (std::ranges::find(wanted, kPassword) == wanted.end()) // nobody need be asked for the other kinds
+        wanted.clear();
+    return wanted;
+}
+
+/// Asks the prompt for what the printer wants, and adds it to the request. Without a prompt the job goes as it is, and
+/// is held where the printer insists. Empty, or the sentence that says that nobody answered.
+std::string addCredentials(const Submission& submission, Connection& connection, ipp_t* request) {
+    if (!submission.prompt)
+        return {};
+    const std::vector<std::string> wanted = wantedOfUser(submission, connection);
+    if (wanted.empty())
+        return {};
+    const auto given =
+        submission.prompt({.server = submission.queueOnServer(), .user = plainText(cupsUser(), kMaximumTitleBytes)});
+    if (!given)
+        return "The job was given up because " + submission.queueOnServer() +
+               " wants a user's name and password: give them, or choose another queue.";
+    std::vector<const char*> values;
+    for (const std::string& each : wanted)
+        values.push_back(each == kPassword ? given->password.c_str() : each == kUserName ? given->user.c_str() : "");
+    ippAddStrings(request, IPP_TAG_JOB, IPP_TAG_TEXT, "auth-info", static_cast<int>(values.size()), nullptr,
+                  values.data());
+    return {};
+}
+
 /// Creates an empty job, which the server holds until its document is there. Its number, or 0 with an error.
 int createJob(const Submission& submission, Connection& connection, std::string& error) {
     const JobRequest& job = submission.request;
@@ -116,6 +165,9 @@ int createJob(const Submission& submission, Connection& connection, std::string&
     if (!job.holdUntil.empty())
         ippAddString(request.get(), IPP_TAG_JOB, IPP_TAG_KEYWORD, "job-hold-until", nullptr, job.holdUntil.c_str());
     addOptions(request.get(), job.options);
+    error = addCredentials(submission, connection, request.get());
+    if (!error.empty())
+        return 0;
 
     const Message response = connection.ask(std::move(request), submission.queue.resource);
     error = failureOf(submission, connection, response, "when the job was announced");
@@ -171,54 +223,31 @@ std::string sendDocument(const Submission& submission, Connection& connection, i
                      status == HTTP_STATUS_CONTINUE ? "after the document was sent" : "while the document was sent");
 }
 
-/// A question for these attributes of the job or, with jobId 0, of the queue.
-Message questionFor(ipp_op_t operation, const Submission& submission, int jobId,
-                    std::initializer_list<const char*> names) {
-    Message request = newRequest(operation, submission, jobId);
-    ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
-                  static_cast<int>(names.size()), nullptr, names.begin());
-    return request;
-}
-
-/// Is the queue paused? No, where the server does not tell.
-bool isPaused(const Submission& submission, Connection& connection) {
-    const Message response = connection.ask(
-        questionFor(IPP_OP_GET_PRINTER_ATTRIBUTES, submission, 0, {"printer-state"}), submission.queue.resource);
-    ipp_attribute_t* state = ippFindAttribute(response.get(), "printer-state", IPP_TAG_ENUM);
-    return state != nullptr && ippGetInteger(state, 0) == IPP_PSTATE_STOPPED;
-}
-
 /// Asks for the job anew. Empty if the server knows it, with `note` telling why it waits, if it does.
 std::string readBack(const Submission& submission, Connection& connection, int jobId, std::string& note) {
-    const Message response = connection.ask(
-        questionFor(IPP_OP_GET_JOB_ATTRIBUTES, submission, jobId, {"job-id", "job-state"}), submission.queue.resource);
+    const Message response = askForJob(connection, jobId);
     if (response && ippGetStatusCode(response.get()) == IPP_STATUS_ERROR_NOT_FOUND)
         return {}; // printed already, on a server that keeps no history
     std::string error = failureOf(submission, connection, response, "before it confirmed the job");
     if (!error.empty())
         return error;
-    ipp_attribute_t* attribute = ippFindAttribute(response.get(), "job-state", IPP_TAG_ENUM);
-    const int state = attribute == nullptr ? IPP_JSTATE_PROCESSING : ippGetInteger(attribute, 0);
-    if (state == IPP_JSTATE_ABORTED || state == IPP_JSTATE_CANCELED)
-        return "The job " + std::to_string(jobId) + " was sent, but " + submission.queueOnServer() + " has " +
-               ippEnumString("job-state", state) + " it: look at the server's messages before you print again.";
-    if (state == IPP_JSTATE_HELD)
-        note = "The job is held until it is released.";
-    else if (state == IPP_JSTATE_PENDING && isPaused(submission, connection))
-        note = "The queue is paused: the job waits until it is resumed.";
+    const JobStatus status = readStatus(connection, response.get());
+    if (status.stage == JobStage::Failed || status.stage == JobStage::Cancelled)
+        return "The job " + std::to_string(jobId) + " was sent to " + submission.queueOnServer() +
+               ", but: " + status.words;
+    if (status.isHindered)
+        note = status.words;
     return {};
 }
 
 /// Removes a job whose document did not arrive, over a connection of its own. False if it may still be there.
-bool cancelJob(const Submission& submission, int jobId) {
+bool removeJob(const Submission& submission, int jobId, bool isServerSilent) {
+    const std::chrono::milliseconds longest = isServerSilent ? kShortCancellation : kLongestCancellation;
     const JobLimits& limits = submission.limits;
-    Connection connection(submission.server, std::min(limits.connect, kLongestCancellation),
-                          std::min(limits.response, kLongestCancellation));
-    if (!connection.isOpen())
-        return false;
-    const Message response =
-        connection.ask(newRequest(IPP_OP_CANCEL_JOB, submission, jobId), submission.queue.resource);
-    return response && ippGetStatusCode(response.get()) <= IPP_STATUS_OK_CONFLICTING;
+    return cancelJob(submission.serverAddress, std::to_string(jobId),
+                     {.connect = std::min(limits.connect, longest), .response = std::min(limits.response, longest)},
+                     submission.prompt)
+        .empty();
 }
 
 /// Adds to a sentence what the user must know of the job that could not be removed.
@@ -243,7 +272,7 @@ JobResult submit(const Submission& submission, Documents& documents) {
     for (std::size_t index = 0; error.empty() && index < documents.size(); ++index)
         error = sendDocument(submission, connection, jobId, documents[index], index + 1 == documents.size());
     if (!error.empty()) {
-        if (cancelJob(submission, jobId))
+        if (removeJob(submission, jobId, connection.timedOut()))
             return failed(std::move(error));
         return failed(withLeftover(std::move(error), jobId), jobId);
     }
@@ -266,14 +295,14 @@ std::string refusalForSchedule(const JobRequest& request) {
 } // namespace
 
 JobResult submitToQueue(const QueueAddress& address, const JobRequest& request, const JobLimits& limits,
-                        const JobProgress& progress) {
-    return submitDocumentsToQueue(address, request, {request.documentPath}, limits, progress);
+                        const JobProgress& progress, const PasswordPrompt& prompt) {
+    return submitDocumentsToQueue(address, request, {request.documentPath}, limits, progress, prompt);
 }
 
 JobResult submitDocumentsToQueue(const QueueAddress& address, const JobRequest& request,
                                  const std::vector<std::string>& paths, const JobLimits& limits,
-                                 const JobProgress& progress) {
-    Submission submission{{}, {}, request, boundedLimits(limits), progress};
+                                 const JobProgress& progress, const PasswordPrompt& prompt) {
+    Submission submission{{}, {}, request, address.server, boundedLimits(limits), progress, prompt};
     Documents documents;
     std::string error = readServer(address.server, submission.server);
     if (error.empty())
@@ -293,7 +322,7 @@ JobResult submitDocumentsToQueue(const QueueAddress& address, const JobRequest& 
     }
     if (!error.empty())
         return failed(std::move(error));
-    const NoPasswords noPasswords;
+    const PasswordAnswers passwords(prompt, submission.server.name);
     return submit(submission, documents);
 }
 

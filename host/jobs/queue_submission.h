@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/jobs/job.h"
+#include "host/jobs/passwords.h"
 
 #include <chrono>
 #include <string>
@@ -24,15 +25,17 @@ struct JobLimits {
 
 /// Sends the document and its options to the queue as one job, and returns when the server has taken all of it and
 /// names the job when asked again; printing goes on without us. Blocks, so call it from a thread of its own; safe to
-/// call from several. Never asks for a password. After a failure no job is left behind, save where the error says so.
-/// A job in a paused queue is accepted: ok, with a note.
+/// call from several. Asks the prompt, and nobody else, for a password: that of the server, and that of a printer whose
+/// queue holds its jobs until one is given. After a failure no job is left behind, save where the error says so.
+/// A job that waits, in a paused queue for example, is accepted: ok, with a note.
 [[nodiscard]] JobResult submitToQueue(const QueueAddress& address, const JobRequest& request,
-                                      const JobLimits& limits = {}, const JobProgress& progress = {});
+                                      const JobLimits& limits = {}, const JobProgress& progress = {},
+                                      const PasswordPrompt& prompt = {});
 
 /// The same for several documents, which become one job and are printed in this order; the request's own path is not
 /// read. The progress is that of each document in turn.
 [[nodiscard]] JobResult submitDocumentsToQueue(const QueueAddress& address, const JobRequest& request,
                                                const std::vector<std::string>& paths, const JobLimits& limits = {},
-                                               const JobProgress& progress = {});
+                                               const JobProgress& progress = {}, const PasswordPrompt& prompt = {});
 
 } // namespace host

@@ -203,7 +203,7 @@ QueueList listQueues(const std::string& address, const JobLimits& given) {
     list.error = readServer(address, server);
     if (!list.error.empty())
         return list;
-    const NoPasswords noPasswords;
+    const PasswordAnswers noPasswords;
     Connection connection(server, limits.connect, limits.response);
     if (!connection.isOpen()) {
         list.error = connection.unreachable(server);
@@ -243,7 +243,7 @@ FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given) {
         result.error = readQueue(address.queue, queue);
     if (!result.error.empty())
         return result;
-    const NoPasswords noPasswords;
+    const PasswordAnswers noPasswords;
     Connection connection(server, limits.connect, limits.response);
     if (!connection.isOpen()) {
         result.error = connection.unreachable(server);

@@ -13,6 +13,7 @@
 #include <sys/un.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace host {
 namespace {
@@ -57,6 +58,8 @@ bool readHostAndPort(std::string_view text, Server& server) {
 }
 
 using Addresses = std::unique_ptr<http_addrlist_t, void (*)(http_addrlist_t*)>;
+
+thread_local PasswordAnswers* currentAnswers = nullptr;
 
 /// Connects once more, by the system's own means, and returns the error that this gives; 0 if it succeeds. For TCP and
 /// Unix sockets alike the library itself only says that the host is down.
@@ -149,6 +152,15 @@ Message Connection::ask(Message request, const std::string& resource) {
     return Message(cupsDoRequest(http_.get(), request.release(), resource.c_str()), &ippDelete);
 }
 
+std::string Connection::cause() const {
+    if (timedOut_)
+        return "the server gives no sign of life";
+    // The library has no words for a connection that ended where an answer should have begun.
+    if (cupsLastError() <= IPP_STATUS_OK_CONFLICTING || cupsLastErrorString() == std::generic_category().message(0))
+        return "it hung up without an answer";
+    return plainText(cupsLastErrorString(), 200);
+}
+
 std::string Connection::unreachable(const Server& server) const {
     return "No connection to " + server.name + " (" + plainText(connectError_, 200) +
            "): check that it runs and that its address is right.";
@@ -157,6 +169,42 @@ std::string Connection::unreachable(const Server& server) const {
 int Connection::giveUp(http_t*, void* self) {
     static_cast<Connection*>(self)->timedOut_ = true;
     return 0;
+}
+
+PasswordAnswers::PasswordAnswers(const PasswordPrompt& prompt, std::string server)
+    : prompt_(prompt), server_(std::move(server)), outer_(std::exchange(currentAnswers, this)) {
+    cupsSetPasswordCB2(&PasswordAnswers::answer, this);
+}
+
+PasswordAnswers::~PasswordAnswers() {
+    currentAnswers = outer_;
+    cupsSetPasswordCB2(outer_ == nullptr ? nullptr : &PasswordAnswers::answer, outer_); // none: the library's own
+    cupsSetUser(outer_ != nullptr && outer_->given_ ? outer_->given_->user.c_str() : nullptr);
+}
+
+const PasswordPrompt& PasswordAnswers::nobody() {
+    static const PasswordPrompt empty;
+    return empty;
+}
+
+const char* PasswordAnswers::answer(const char*, http_t*, const char*, const char*, void* self) {
+    auto& answers = *static_cast<PasswordAnswers*>(self);
+    const bool isAgain = answers.given_.has_value();
+    std::optional<Credentials> given;
+    if (++answers.attempts_ > kPasswordAttempts)
+        return nullptr;
+    if (!isAgain && answers.outer_ != nullptr && answers.outer_->given_)
+        given = answers.outer_->given_;
+    else if (answers.prompt_)
+        given = answers.prompt_(
+            {.server = answers.server_, .user = plainText(cupsUser(), kMaximumTitleBytes), .isAgain = isAgain});
+    if (!given) {
+        answers.attempts_ = kPasswordAttempts; // whoever gave up is not asked again
+        return nullptr;
+    }
+    answers.given_ = std::move(given); // the library borrows the text
+    cupsSetUser(answers.given_->user.c_str());
+    return answers.given_->password.c_str();
 }
 
 } // namespace host

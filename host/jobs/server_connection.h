@@ -2,16 +2,19 @@
 
 // Private to this room: how a print server is found, connected to and asked.
 
+#include "host/jobs/passwords.h"
 #include "host/jobs/queue_submission.h"
 
 #include <chrono>
 #include <cups/cups.h>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace host {
 
 inline constexpr int kDefaultPort = 631;
+inline constexpr int kPasswordAttempts = 3; // the library itself would ask for ever
 
 using Message = std::unique_ptr<ipp_t, void (*)(ipp_t*)>;
 
@@ -51,6 +54,8 @@ public:
 
     /// Null without an answer. An answer may still be a refusal.
     Message ask(Message request, const std::string& resource);
+    /// Why the last request got no answer, in a few words.
+    std::string cause() const;
     /// The sentence that says why there is no connection.
     std::string unreachable(const Server& server) const;
 
@@ -62,16 +67,24 @@ private:
     std::unique_ptr<http_t, void (*)(http_t*)> http_;
 };
 
-/// While it lives, this thread answers no server's question for a password: the library would ask on the terminal.
-class NoPasswords {
+/// While it lives, this thread's servers get their passwords from the prompt, or none: the library itself would ask on
+/// the terminal. What was answered to an outer object of the thread is tried first. The prompt is borrowed.
+class PasswordAnswers {
 public:
-    NoPasswords() { cupsSetPasswordCB2(&NoPasswords::none, nullptr); }
-    ~NoPasswords() { cupsSetPasswordCB2(nullptr, nullptr); } // the library's own again
-    NoPasswords(const NoPasswords&) = delete;
-    NoPasswords& operator=(const NoPasswords&) = delete;
+    explicit PasswordAnswers(const PasswordPrompt& prompt = nobody(), std::string server = {});
+    ~PasswordAnswers();
+    PasswordAnswers(const PasswordAnswers&) = delete;
+    PasswordAnswers& operator=(const PasswordAnswers&) = delete;
 
 private:
-    static const char* none(const char*, http_t*, const char*, const char*, void*) { return nullptr; }
+    static const PasswordPrompt& nobody();
+    static const char* answer(const char*, http_t*, const char*, const char*, void* self);
+
+    const PasswordPrompt& prompt_;
+    std::string server_;
+    std::optional<Credentials> given_;
+    int attempts_ = 0;
+    PasswordAnswers* outer_;
 };
 
 } // namespace host

@@ -1,6 +1,9 @@
+#include "tests/host/jobs/plain_user.h"
 #include "tests/host/jobs/queue_test.h"
+#include "tests/support/fake_print_server.h"
 
 #include <chrono>
+#include <cups/cups.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -13,10 +16,12 @@ using std::chrono::steady_clock;
 using test_support::PrivateCupsd;
 using testing::AllOf;
 using testing::AnyOf;
+using testing::Contains;
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr JobLimits kShortLimits{milliseconds(1000), milliseconds(700)};
-constexpr auto kLongEnough = seconds(15); // far over what the short limits allow
+constexpr auto kLongEnough = kShortLimits.response + seconds(2); // a failure is told no later than that
 
 /// More than any socket holds, so that a server that reads no more is felt while the document is sent.
 const std::string& largeContents() {
@@ -89,6 +94,39 @@ TEST_F(QueueRefusals, AMissingDocumentIsNamed) {
     EXPECT_THAT(errorForDocument(folder_.path() / "missing.pdf"),
                 AllOf(HasSubstr("missing.pdf"), HasSubstr("No such file")));
     EXPECT_THAT(errorForDocument(""), HasSubstr("No document"));
+}
+
+TEST_F(QueueRefusals, ADocumentThatAPlainUserMayNotReadIsNamed) {
+    const std::string path = folder_.write("private.pdf", "x");
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    EXPECT_THAT(test_support::asPlainUser([&] { return errorForDocument(path); }),
+                AllOf(HasSubstr("private.pdf"), HasSubstr("Permission denied")));
+}
+
+TEST_F(QueueRefusals, ADocumentThatVanishesWhileItIsSentArrivesWhole) {
+    const JobRequest job = request(largeContents());
+    const JobResult result = submitToQueue(queue(), job, {}, [&job](std::uint64_t, std::uint64_t) {
+        std::filesystem::remove(job.documentPath);
+        return true;
+    });
+    ASSERT_TRUE(result.ok) << result.error;
+    const auto record = server().waitForRecord(result.jobId);
+    ASSERT_TRUE(record) << server().errorLog();
+    EXPECT_TRUE(record->data == largeContents());
+}
+
+TEST_F(QueueRefusals, AQueueThatIsDeletedWhileTheDocumentIsSentIsNoSuccess) {
+    server().addQueue("Short-lived", kRecordingPpd);
+    const JobResult result =
+        submitToQueue({server().socket(), "Short-lived"}, request(largeContents()), {}, [](std::uint64_t sent, auto) {
+            if (sent <= 64 * 1024)
+                server().deleteQueue("Short-lived");
+            return true;
+        });
+    EXPECT_FALSE(result.ok);
+    EXPECT_THAT(result.error, HasSubstr("\"Short-lived\""));
+    for (const auto& [jobId, state] : server().jobStates())
+        EXPECT_THAT(state, AnyOf("completed", "canceled", "aborted")) << jobId;
 }
 
 TEST_F(QueueRefusals, AFolderIsNoDocument) {
@@ -245,6 +283,64 @@ TEST(QueueLimits, ADocumentOverTheServersLimitIsSaidToBeTooLarge) {
         EXPECT_THAT(state, AnyOf("canceled", "aborted")) << jobId;
 }
 
+/// What a server does at one step, and how the failure is told.
+struct Breakdown {
+    int operation;
+    test_support::Reply reply;
+    const char* told;
+    bool leavesJob; ///< the job may still stand: then the failure bears its number
+};
+
+constexpr Breakdown kBreakdowns[] = {
+    // step                     what the server does             what is told                           job left
+    {IPP_OP_CREATE_JOB, test_support::Reply::HangUp, "broke when the job was announced", false},
+    {IPP_OP_CREATE_JOB, test_support::Reply::Die, "broke when the job was announced", false},
+    {IPP_OP_CREATE_JOB, test_support::Reply::CutAnswer, "broke when the job was announced", false},
+    {IPP_OP_CREATE_JOB, test_support::Reply::WebPage, "when the job was announced", false},
+    {IPP_OP_CREATE_JOB, test_support::Reply::Silence, "no sign of life for 700 ms when the job was announced", false},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::HangUpAtOnce, "broke while the document was sent", false},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::HangUp, "broke after the document was sent", false},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::Die, "broke after the document was sent", true},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::CutAnswer, "broke after the document was sent", false},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::WebPage, "after the document was sent", false},
+    {IPP_OP_SEND_DOCUMENT, test_support::Reply::Silence, "no sign of life for 700 ms after the document", false},
+    {IPP_OP_GET_JOB_ATTRIBUTES, test_support::Reply::HangUp, "broke before it confirmed the job", true},
+    {IPP_OP_GET_JOB_ATTRIBUTES, test_support::Reply::Die, "broke before it confirmed the job", true},
+    {IPP_OP_GET_JOB_ATTRIBUTES, test_support::Reply::CutAnswer, "broke before it confirmed the job", true},
+    {IPP_OP_GET_JOB_ATTRIBUTES, test_support::Reply::Silence, "no sign of life for 700 ms before", true},
+};
+
+TEST(QueueBreakdowns, EachIsToldInTimeAndLeavesNoJobUnsaid) {
+    const test_support::TemporaryFolder folder;
+    const JobRequest job{.documentPath = folder.write("page.txt", largeContents()), .title = "Page"};
+    for (const auto& [operation, reply, told, leavesJob] : kBreakdowns) {
+        SCOPED_TRACE(std::string(ippOpString(static_cast<ipp_op_t>(operation))) + ": " + told);
+        const test_support::FakePrintServer server({{operation, reply}});
+        const auto start = steady_clock::now();
+        const JobResult result = submitToQueue({server.hostAndPort(), kQueue}, job, kShortLimits);
+        EXPECT_LT(steady_clock::now() - start, kLongEnough);
+        EXPECT_FALSE(result.ok);
+        EXPECT_THAT(result.error, AllOf(HasSubstr(told), HasSubstr(server.hostAndPort()), Not(HasSubstr("\n")),
+                                        Not(HasSubstr("uccess"))));
+        EXPECT_EQ(result.jobId != 0, leavesJob);
+        if (leavesJob) {
+            EXPECT_THAT(result.error, HasSubstr("may still stand in the queue"));
+        } else if (operation == IPP_OP_SEND_DOCUMENT) {
+            EXPECT_THAT(server.asked(), Contains(IPP_OP_CANCEL_JOB));
+        }
+        EXPECT_THAT(server.asked(), Contains(IPP_OP_CREATE_JOB).Times(1)); // twice would be two jobs
+    }
+}
+
+TEST(QueueBreakdowns, AServerThatAnswersGetsAllBytes) {
+    const test_support::TemporaryFolder folder;
+    const test_support::FakePrintServer server({});
+    const JobResult result = submitToQueue({server.hostAndPort(), kQueue},
+                                           {.documentPath = folder.write("page.txt", largeContents())}, kShortLimits);
+    EXPECT_TRUE(result.ok) << result.error;
+    EXPECT_EQ(server.documentBytes(), largeContents().size());
+}
+
 TEST(QueueLimits, AServerThatWantsAPasswordIsNotAskedOnTheTerminal) {
     PrivateCupsd server({.configuration = "<Policy locked>\n<Limit All>\nAuthType Basic\nRequire user nobody\n"
                                           "Order deny,allow\nAllow all\n</Limit>\n</Policy>\n"
@@ -255,6 +351,7 @@ TEST(QueueLimits, AServerThatWantsAPasswordIsNotAskedOnTheTerminal) {
         submitToQueue({server.hostAndPort(), kQueue}, {.documentPath = folder.write("page.txt", "x"), .title = "Page"});
     EXPECT_FALSE(result.ok);
     EXPECT_THAT(result.error, HasSubstr("password"));
+    EXPECT_TRUE(server.jobStates().empty());
 }
 
 } // namespace
