@@ -124,9 +124,14 @@ std::string translationLanguage(std::string_view text, const std::vector<std::st
         std::ranges::replace(language, '-', '_');
         return language;
     };
+    const auto isTraditionalChinese = [&](const std::string& language) {
+        const std::string name = region(language);
+        return name.starts_with("zh_TW") || name.starts_with("zh_HK") || name.starts_with("zh_Hant");
+    };
     for (const std::string& language : wanted) {
-        const auto found =
-            std::ranges::find_if(available, [&](const std::string& each) { return code(each) == code(language); });
+        const auto found = std::ranges::find_if(available, [&](const std::string& each) {
+            return code(each) == code(language) && isTraditionalChinese(each) == isTraditionalChinese(language);
+        });
         if (const auto same = std::ranges::find(available, region(language)); same != available.end())
             return *same;
         if (found != available.end())

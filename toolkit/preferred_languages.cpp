@@ -19,6 +19,13 @@ std::string_view messagesLocale() {
     return {};
 }
 
+// Chinese is written in two ways, and who reads one may not read the other.
+bool isTraditionalChinese(std::string_view locale) {
+    const std::string_view name = locale.substr(0, locale.find_first_of(".@"));
+    const auto has = [&](std::string_view part) { return name.find(part) != std::string_view::npos; };
+    return has("Hant") || (!has("Hans") && (has("TW") || has("HK") || has("MO")));
+}
+
 } // namespace
 
 std::string languageCode(std::string_view locale) {
@@ -30,6 +37,8 @@ std::string languageCode(std::string_view locale) {
     std::string lower(code);
     std::ranges::transform(lower, lower.begin(),
                            [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    if (lower == "zh")
+        return isTraditionalChinese(locale) ? "zh_TW" : "zh_CN";
     return lower;
 }
 

@@ -13,8 +13,9 @@ namespace toolkit {
 /// "ja_JP.UTF-8" gives "ja". "en" where nothing says otherwise: the list is never empty.
 CV_TOOLKIT_EXPORT std::vector<std::string> preferredLanguages();
 
-/// The language code that a locale's name or a language tag begins with: "ja" for "ja_JP.UTF-8" and for "ja-JP".
-/// Empty for "C", "POSIX" and what is no such name.
+/// The language that a locale's name or a language tag stands for, as catalogues are named: the code that it begins
+/// with, "ja" for "ja_JP.UTF-8" and for "ja-JP"; of Chinese with a region for its script, "zh_CN" for "zh", "zh-Hans"
+/// and "zh_SG.UTF-8", "zh_TW" for "zh-Hant" and "zh_HK". Empty for "C", "POSIX" and what is no such name.
 CV_TOOLKIT_EXPORT std::string languageCode(std::string_view locale);
 
 } // namespace toolkit

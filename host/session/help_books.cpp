@@ -1,5 +1,7 @@
 #include "host/session/help_books.h"
 
+#include "toolkit/preferred_languages.h"
+
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -43,9 +45,11 @@ std::optional<std::filesystem::path> HelpBooks::pageForAnchor(std::string_view a
     if (page == found->second.anchors.end())
         return std::nullopt;
     const auto& own = found->second.languages;
-    const auto language = std::ranges::find_first_of(languages, own);
-    const std::filesystem::path path =
-        found->second.folder / (language == languages.end() ? own.front() : *language) / page->second;
+    const auto language = std::ranges::find_first_of(languages, own, {}, toolkit::languageCode, toolkit::languageCode);
+    const std::string& folder = language == languages.end()
+                                    ? own.front()
+                                    : *std::ranges::find(own, toolkit::languageCode(*language), toolkit::languageCode);
+    const std::filesystem::path path = found->second.folder / folder / page->second;
     std::error_code missing;
     return std::filesystem::is_regular_file(path, missing) ? std::optional(path) : std::nullopt;
 }

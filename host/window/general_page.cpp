@@ -115,7 +115,7 @@ GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choice
 QLabel* GeneralPage::addRow(Text text, QWidget& field) {
     auto* label = new QLabel;
     label->setBuddy(&field);
-    setCaption(*label, windowText(text, language_) + u':');
+    setCaption(*label, windowText(Text::Caption, language_).arg(windowText(text, language_)));
     field.setAccessibleName(windowText(text, language_));
     layout_->addRow(label, &field);
     return label;

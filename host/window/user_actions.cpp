@@ -57,7 +57,7 @@ QString refusalInWords(const printing::PrinterDescription& description, const Re
         return ofUtf8(refusal.reason);
     QStringList others;
     for (const auto& [option, choice] : refusal.with)
-        others << u'「' + choiceInWords(description, option, choice, language) + u'」';
+        others << windowText(Text::Quoted, language).arg(choiceInWords(description, option, choice, language));
     return windowText(Text::CannotBeTogether, language)
         .arg(choiceInWords(description, refusal.option, refusal.choice, language),
              others.join(windowText(Text::And, language)));
@@ -103,7 +103,8 @@ void UserActions::tellWhatFollowed(const Marks& before, std::optional<printing::
         if (!conflict.with.empty()) {
             QStringList others;
             for (const auto& [option, choice] : conflict.with)
-                others << u'“' + choiceInWords(description, option, choice, language_) + u'”';
+                others
+                    << windowText(Text::Quoted, language_).arg(choiceInWords(description, option, choice, language_));
             told = windowText(Text::CannotBeTogether, language_)
                        .arg(choiceInWords(description, cause->first, cause->second, language_),
                             others.join(windowText(Text::And, language_)));

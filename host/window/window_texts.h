@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -72,16 +73,31 @@ enum class Text {
     PrinterCannotBeUsed,
     ActionFailed,
     ViewIncomplete,
-    Count, // how many there are
+    Quoted,  // a name in quotation marks
+    Caption, // a name before the control that it stands for
+    Count,   // how many there are
 };
 
-/// The languages that the window speaks.
-enum class Language { English, Japanese };
+/// A language that the window speaks: English, or one that has a catalogue.
+class Language {
+public:
+    static const Language English;
 
-/// The first of these language codes that the window speaks, else English.
+    explicit Language(std::string code) : code_(std::move(code)) {}
+    /// As the catalogues are named: "ja", "zh_CN".
+    [[nodiscard]] const std::string& code() const { return code_; }
+    friend bool operator==(const Language&, const Language&) = default;
+
+private:
+    std::string code_;
+};
+
+inline const Language Language::English{"en"};
+
+/// The first of these languages that the window speaks, else English. They are given as codes, tags or locales.
 Language windowLanguage(const std::vector<std::string>& languages);
 
-/// The text in the language. "%1", "%2" ... are places for QString::arg().
-QString windowText(Text text, Language language);
+/// The text in the language; in English where its catalogue lacks it. "%1", "%2" ... are places for QString::arg().
+QString windowText(Text text, const Language& language);
 
 } // namespace host

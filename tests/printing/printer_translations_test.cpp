@@ -78,6 +78,14 @@ TEST(PpdTranslations, TheVeryRegionComesBeforeAnotherOfItsLanguage) {
     EXPECT_EQ(mediaTextIn(ppd, {"zh_CN"}), "CN");
 }
 
+TEST(PpdTranslations, ChineseOfTheOtherScriptIsNotTaken) {
+    const std::string ppd = ppdWith("*cupsLanguages: \"zh_CN\"\n" + option("CVMediaType/Media", "Plain", {"Plain"}) +
+                                    "*zh_CN.Translation CVMediaType/CN: \"\"\n");
+    EXPECT_EQ(mediaTextIn(ppd, {"zh_CN"}), "CN");
+    EXPECT_EQ(mediaTextIn(ppd, {"zh-Hans"}), "CN");
+    EXPECT_EQ(mediaTextIn(ppd, {"zh_TW"}), "Media");
+}
+
 TEST(PpdTranslations, EnglishTranslationsServeEnglishUsers) {
     std::string ppd = ppdWith("*cupsLanguages: \"en\"\n" + option("CVMediaType/Papier", "Plain", {"Plain"}) +
                               "*en.Translation CVMediaType/Media: \"\"\n");

@@ -44,9 +44,9 @@ class Ppd:
         return {match[1]: match[2] for match in map(pattern.match, self.lines) if match}
 
 
-def catalogue(language):
+def catalogue(language, folder="texts"):
     """The keys of a string table with their texts, as msgcat reads them."""
-    path = RESOURCES / "texts" / f"{language}.po"
+    path = RESOURCES / folder / f"{language}.po"
     unwrapped = subprocess.run(["msgcat", "--no-wrap", "--no-location", path], check=True, capture_output=True,
                                encoding="utf-8").stdout
     entries = re.findall(r'^msgid "(.*)"\nmsgstr "(.*)"$', unwrapped, re.M)
@@ -222,6 +222,45 @@ class Catalogues(unittest.TestCase):
             for element in xml.etree.ElementTree.parse(view).iter("string"):
                 if element.text and element.get("notr") != "true":
                     self.assertIn(element.text, keys, view.name)
+
+
+class WindowTexts(unittest.TestCase):
+    """The window's texts: English in the source, the other languages in catalogues whose keys are the English texts."""
+
+    FOLDER = "texts/window"
+    LANGUAGES = ("de", "es", "fr", "ja", "zh_CN")
+
+    def english(self):
+        source = (RESOURCES.parent / "host" / "window" / "window_texts.cpp").read_text(encoding="utf-8")
+        rows = re.findall(r'\{Text::\w+,((?:\s*"(?:[^"\\\n]|\\.)*")+)\s*\}', source)
+        return {"".join(re.findall(r'"((?:[^"\\\n]|\\.)*)"', row)) for row in rows}
+
+    def test_everyLanguageCompilesWithoutAComplaint(self):
+        self.assertEqual({path.stem for path in (RESOURCES / self.FOLDER).glob("*.po")}, set(self.LANGUAGES))
+        for language in self.LANGUAGES:
+            run = subprocess.run(["msgfmt", "--check", "-o", os.devnull, RESOURCES / self.FOLDER / f"{language}.po"],
+                                 capture_output=True, encoding="utf-8")
+            self.assertEqual((run.returncode, run.stderr), (0, ""), language)
+
+    def test_everyTextIsTranslatedIntoEveryLanguage(self):
+        english = self.english()
+        self.assertGreater(len(english), 60)
+        for language in self.LANGUAGES:
+            texts = catalogue(language, self.FOLDER)
+            self.assertEqual(sorted(english - set(texts)), [], f"add to resources/{self.FOLDER}/{language}.po")
+            self.assertEqual(sorted(set(texts) - english), [], f"remove from resources/{self.FOLDER}/{language}.po")
+            self.assertEqual([key for key, text in texts.items() if not text], [], language)
+
+    def test_translationsHaveThePlacesForValues(self):
+        for language in self.LANGUAGES:
+            for key, text in catalogue(language, self.FOLDER).items():
+                self.assertEqual(sorted(re.findall(r"%\d", text)), sorted(re.findall(r"%\d", key)), f"{language}: {key}")
+
+    def test_buttonsStayShort(self):
+        for language in self.LANGUAGES:
+            texts = catalogue(language, self.FOLDER)
+            for key in ("Print", "Cancel", "Close", "Back", "More", "Help", "Copy", "Browse…"):
+                self.assertLessEqual(len(texts[key]), 14, f"{language}: {key}")
 
 
 class InfoEntries(unittest.TestCase):

@@ -47,15 +47,32 @@ TEST(PreferredLanguages, FollowTheEnvironment) {
 
 TEST(PreferredLanguages, ALocaleBeginsWithItsLanguagesCode) {
     constexpr std::pair<const char*, const char*> kCodes[] = {
-        {"ja", "ja"},       {"ja_JP", "ja"},  {"ja_JP.UTF-8", "ja"}, {"ja-JP", "ja"}, {"de@euro", "de"},
-        {"de.UTF-8", "de"}, {"JA_jp", "ja"},  {"haw_US", "haw"},     {"C", ""},       {"C.UTF-8", ""},
-        {"POSIX", ""},      {"", ""},         {"_JP", ""},           {"1a", ""},      {"j", ""},
-        {"japanese", ""},   {"\xE6\x97", ""}, {"a/b", ""},
+        {"ja", "ja"},          {"ja_JP", "ja"},   {"ja_JP.UTF-8", "ja"},
+        {"ja-JP", "ja"},       {"de@euro", "de"}, {"de.UTF-8", "de"},
+        {"JA_jp", "ja"},       {"haw_US", "haw"}, {"C", ""},
+        {"C.UTF-8", ""},       {"POSIX", ""},     {"", ""},
+        {"_JP", ""},           {"1a", ""},        {"j", ""},
+        {"japanese", ""},      {"\xE6\x97", ""},  {"a/b", ""},
+        {"de_AT.UTF-8", "de"},
     };
     for (const auto& [locale, code] : kCodes) {
         SCOPED_TRACE(locale);
         EXPECT_EQ(languageCode(locale), code);
     }
+}
+
+TEST(PreferredLanguages, ChineseIsToldApartByItsScript) {
+    constexpr std::pair<const char*, const char*> kCodes[] = {
+        {"zh", "zh_CN"},         {"zh_CN.UTF-8", "zh_CN"}, {"zh-CN", "zh_CN"},       {"zh-Hans", "zh_CN"},
+        {"zh-Hans-HK", "zh_CN"}, {"zh_SG", "zh_CN"},       {"zh_TW.UTF-8", "zh_TW"}, {"zh-TW", "zh_TW"},
+        {"zh-Hant", "zh_TW"},    {"zh_HK", "zh_TW"},       {"zh_MO", "zh_TW"},
+    };
+    for (const auto& [locale, code] : kCodes) {
+        SCOPED_TRACE(locale);
+        EXPECT_EQ(languageCode(locale), code);
+    }
+    const EnvironmentVariable language("LANGUAGE", nullptr), lcAll("LC_ALL", "zh_CN.UTF-8");
+    EXPECT_EQ(preferredLanguages(), Words{"zh_CN"});
 }
 
 } // namespace

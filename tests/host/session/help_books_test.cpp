@@ -43,6 +43,7 @@ TEST_F(HelpPages, APageIsFoundInTheFirstLanguageThatTheBookHas) {
     EXPECT_EQ(page("Start", {"ja", "en"}), "ja/index.html");
     EXPECT_EQ(page("Start", {"fr", "ja", "en"}), "ja/index.html");
     EXPECT_EQ(page("Start", {"en", "ja"}), "en/index.html");
+    EXPECT_EQ(page("Start", {"ja_JP.UTF-8"}), "ja/index.html");
 }
 
 TEST_F(HelpPages, InOtherLanguagesTheBooksFirstOneIsShown) {

@@ -26,6 +26,7 @@ std::unique_ptr<printing::PrinterDescription> samplePrinter(const char* language
     return description;
 }
 
+const Language kJapanese("ja");
 constexpr printing::CustomSizeLimits kLimits = {.minWidth = 252, .minHeight = 360, .maxWidth = 900, .maxHeight = 1400};
 
 } // namespace
@@ -34,24 +35,39 @@ class WindowWordsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyTextIsThereInBothLanguages() {
-        for (int text = 0; text < static_cast<int>(Text::Count); ++text)
-            for (const Language language : {Language::English, Language::Japanese})
-                QVERIFY2(!windowText(static_cast<Text>(text), language).isEmpty(), qPrintable(QString::number(text)));
+    void everyTextHasAllItsPlacesForValuesInEveryLanguage() {
+        for (const Language& language : {kJapanese, Language("de"), Language("fr"), Language("es"), Language("zh_CN")})
+            for (int text = 0; text < static_cast<int>(Text::Count); ++text) {
+                const QString own = windowText(static_cast<Text>(text), language);
+                const QString english = windowText(static_cast<Text>(text), Language::English);
+                QVERIFY2(!own.isEmpty(), qPrintable(english));
+                for (const QString place : {"%1", "%2", "%3", "%4"})
+                    QVERIFY2(own.contains(place) == english.contains(place), qPrintable(own));
+            }
     }
 
-    void bothLanguagesHaveTheSamePlacesForValues() {
-        for (int text = 0; text < static_cast<int>(Text::Count); ++text)
-            for (const QString place : {"%1", "%2", "%3", "%4"})
-                QCOMPARE(windowText(static_cast<Text>(text), Language::Japanese).contains(place),
-                         windowText(static_cast<Text>(text), Language::English).contains(place));
+    void textsComeFromTheLanguagesCatalogue() {
+        QCOMPARE(windowText(Text::Print, Language::English), QString("Print"));
+        QCOMPARE(windowText(Text::Print, kJapanese), QString("印刷"));
+        QCOMPARE(windowText(Text::Print, Language("de")), QString("Drucken"));
+        QCOMPARE(windowText(Text::Print, Language("zh_CN")), QString("打印"));
+        QCOMPARE(windowText(Text::Print, Language("xx")), QString("Print"));
     }
 
     void theFirstLanguageThatTheWindowSpeaksIsTaken() {
-        QCOMPARE(windowLanguage({"fr", "ja", "en"}), Language::Japanese);
-        QCOMPARE(windowLanguage({"ja-JP"}), Language::Japanese);
-        QCOMPARE(windowLanguage({"en", "ja"}), Language::English);
-        QCOMPARE(windowLanguage({"fr"}), Language::English);
+        const std::pair<std::vector<std::string>, const char*> rows[] = {
+            {{"xx", "ja", "en"}, "ja"},
+            {{"ja-JP"}, "ja"},
+            {{"en", "ja"}, "en"},
+            {{"xx"}, "en"},
+            {{"de_AT.UTF-8"}, "de"},
+            {{"zh_CN.UTF-8"}, "zh_CN"},
+            {{"zh_TW"}, "en"},
+            {{"../de", "fr"}, "fr"},
+            {{}, "en"},
+        };
+        for (const auto& [languages, code] : rows)
+            QCOMPARE(windowLanguage(languages).code(), std::string(code));
     }
 
     void pagesAreNumbersAndRanges() {
@@ -126,7 +142,7 @@ private slots:
         const auto printer = samplePrinter("ja");
         const RefusedMark refusal{
             .option = "CVInputSlot", .choice = "Tray2", .with = {{"CVMediaType", "Glossy"}}, .reason = "the reason"};
-        QVERIFY(refusalInWords(*printer, refusal, Language::Japanese).contains("給紙方法: トレイ2"));
+        QVERIFY(refusalInWords(*printer, refusal, kJapanese).contains("給紙方法: トレイ2"));
         QCOMPARE(refusalInWords(*printer, refusal, Language::English), QString("the reason"));
     }
 
