@@ -18,9 +18,11 @@ import unittest
 import xml.etree.ElementTree
 
 RESOURCES = pathlib.Path(__file__).resolve().parents[2] / "resources"
-LANGUAGES = ("en", "ja")
+LANGUAGES = ("en", "ja", "de", "fr", "es", "zh_CN")
+HELP_LANGUAGES = ("en", "ja")
 MODELS = ("corvane-a3", "corvane-a4", "corvane-office", "corvane-mirror")
 ADJUSTMENTS = ("CVBrightness", "CVContrast", "CVRed", "CVGreen", "CVBlue")
+PPD_LANGUAGES = ("", *LANGUAGES[1:])   # the PPDs' own texts are English
 MAX_TEXT_BYTES = 80   # what a PPD reader keeps of the text of an option or choice
 
 
@@ -122,7 +124,7 @@ class SamplePrinters(unittest.TestCase):
         for model in MODELS:
             ppd = Ppd(model)
             for option in ppd.options:
-                for language in ("", "ja"):
+                for language in PPD_LANGUAGES:
                     with self.subTest(model=model, option=option, language=language):
                         texts = ppd.choices(option, language)
                         self.assertEqual(list(texts), list(ppd.choices(option)))
@@ -131,15 +133,26 @@ class SamplePrinters(unittest.TestCase):
                             self.assertLess(len(text.encode()), MAX_TEXT_BYTES)
 
     def test_postcardMediaAreNamedSoThatTheyAreOfferedOnlyInJapanese(self):
-        texts, japanese = Ppd("corvane-a3").choices("CVMediaType"), Ppd("corvane-a3").choices("CVMediaType", "ja")
-        for media in ("HagakiAtena", "HagakiUra"):
-            self.assertTrue(texts[media].startswith("Hagaki"))
-            self.assertFalse(japanese[media].startswith("Hagaki"))
+        for language in PPD_LANGUAGES:
+            texts = Ppd("corvane-a3").choices("CVMediaType", language)
+            for media in ("HagakiAtena", "HagakiUra"):
+                self.assertEqual(texts[media].startswith("Hagaki"), language != "ja", language)
+
+    def test_dedicatedMediaAreNamedSoThatTheSummaryLeavesThemOutExceptInJapanese(self):
+        for language in PPD_LANGUAGES:
+            keyword = f"{language}.Translation" if language else "OpenUI"
+            pattern = rf"^\*{keyword} \*?CVVertLineAlignDedicated/([^:]+):"
+            text = re.search(pattern, "\n".join(Ppd("corvane-a3").lines), re.M)[1]
+            self.assertEqual(text == "Dedicated Media", language != "ja", language)
+
+    def test_everyLanguageOfTheCataloguesIsDeclared(self):
+        for model in MODELS:
+            self.assertEqual(Ppd(model).attributes["cupsLanguages"].split(), list(LANGUAGES))
 
     def test_qualitiesOfOneMediaTypeHaveDifferentTexts(self):
         offered_together = [("PlainFast", "PlainNormal", "High", "Best"), ("Normal", "Photo"),
                             ("Fast", "Photo", "Best")]
-        for language in ("", "ja"):
+        for language in PPD_LANGUAGES:
             texts = Ppd("corvane-a3").choices("CVResolution", language)
             for qualities in offered_together:
                 self.assertEqual(len({texts[quality] for quality in qualities}), len(qualities))
@@ -195,7 +208,29 @@ class Catalogues(unittest.TestCase):
     def test_everyLanguageHasTheSameKeys(self):
         files = {path.stem for path in (RESOURCES / "texts").glob("*.po")}
         self.assertEqual(files, set(LANGUAGES))
-        self.assertEqual(set(catalogue("en")), set(catalogue("ja")))
+        for language in LANGUAGES:
+            self.assertEqual(set(catalogue(language)), set(catalogue("en")), language)
+
+    def test_textsHaveThePlacesForValuesOfTheEnglishOnes(self):
+        english = catalogue("en")
+        for language in LANGUAGES:
+            for key, text in catalogue(language).items():
+                self.assertEqual(re.findall(r"%\S?", text), re.findall(r"%\S?", english[key]), f"{language}: {key}")
+
+    def test_textsAreTranslatedAndNotCopied(self):
+        english = catalogue("en")
+        same = {"A4", "OK", "Layout", "Contrast"}   # words of another language, too
+        for language in LANGUAGES[1:]:
+            copied = {key for key, text in catalogue(language).items() if text == english[key]}
+            self.assertLessEqual(copied, same, language)
+
+    def test_buttonsAndListEntriesStayShort(self):
+        limits = {"OK": 10, "Cancel": 12, "Help": 10, "Revert": 14, "Layout": 16, "OtherOption": 20,
+                  "VertLineAlignSetting": 34, "Print Setting": 24, "Color Setting": 24, "Suppression": 40}
+        for language in LANGUAGES:
+            texts = catalogue(language)
+            for key, limit in limits.items():
+                self.assertLessEqual(len(texts[key]), limit, f"{language}: {key}")
 
     def test_everyKeyOfThePanelsHasAText(self):
         for language in LANGUAGES:
@@ -209,7 +244,8 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(texts[key], key)
 
     def test_alertsAreSentences(self):
-        for language, stop in (("en", "."), ("ja", "。")):
+        for language in LANGUAGES:
+            stop = "。" if language in ("ja", "zh_CN") else "."
             for key, text in catalogue(language).items():
                 if key.endswith(("Alert", "Alert1", "Alert2", "Instruction", "Summary")):
                     self.assertTrue(text.endswith(stop), f"{language}: {key}")
@@ -353,7 +389,7 @@ class HelpBooks(unittest.TestCase):
 
     def pages(self):
         for book, (name, keys) in self.BOOKS.items():
-            for language in LANGUAGES:
+            for language in HELP_LANGUAGES:
                 path = RESOURCES / "help" / f"{book}.help" / language / "index.html"
                 yield book, name, keys, language, path.read_text(encoding="utf-8")
 
@@ -363,7 +399,7 @@ class HelpBooks(unittest.TestCase):
             self.assertEqual(entries["name"], name)
             self.assertTrue(entries["title"])
             self.assertEqual(entries["anchors"], {"CvHelpAnchor": "index.html"})
-            self.assertEqual(entries["languages"], list(LANGUAGES))
+            self.assertEqual(entries["languages"], list(HELP_LANGUAGES))
 
     def test_pagesAreWellFormedAndReferToNothingOutside(self):
         for book, _, _, language, text in self.pages():

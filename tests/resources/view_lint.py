@@ -13,7 +13,7 @@ from typing import NamedTuple
 
 RESOURCES = pathlib.Path(__file__).resolve().parents[2] / "resources"
 VIEWS = RESOURCES / "views"
-LANGUAGES = ("en", "ja")
+LANGUAGES = ("en", "ja", "de", "fr", "es", "zh_CN")
 
 PRINT_PANEL = "CVInkQuality12"
 COLOR_PANEL = "CVInkColorSetting"
