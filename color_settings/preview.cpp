@@ -133,12 +133,16 @@ void CVInkColorSettingPDE::show(const std::optional<imaging::Picture>& picture) 
         return;
     toolkit::Image image;
     if (picture) {
-        picture->renderInto(*rendered_);
-        image.width = rendered_->width();
-        image.height = rendered_->height();
-        image.stride = rendered_->stride();
-        if (!rendered_->isEmpty())
-            image.pixels = std::shared_ptr<const std::uint8_t>(rendered_, rendered_->row(0));
+        std::shared_ptr<const imaging::Bitmap> bitmap = picture->source();
+        if (!picture->filters().empty()) {
+            picture->renderInto(*rendered_);
+            bitmap = rendered_;
+        }
+        image.width = bitmap->width();
+        image.height = bitmap->height();
+        image.stride = bitmap->stride();
+        if (!bitmap->isEmpty())
+            image.pixels = std::shared_ptr<const std::uint8_t>(bitmap, bitmap->row(0));
     }
     effectImageView->setImage(std::move(image));
 }

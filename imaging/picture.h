@@ -19,6 +19,8 @@ public:
 
     [[nodiscard]] const std::string& sourceName() const { return sourceName_; }
     [[nodiscard]] Extent extent() const { return source_->extent(); }
+    /// The pixels as they are without the filters. Never null.
+    [[nodiscard]] const std::shared_ptr<const Bitmap>& source() const { return source_; }
     [[nodiscard]] const std::vector<Filter>& filters() const { return filters_; }
 
     /// This picture with one more filter behind those that it has.

@@ -33,6 +33,9 @@ std::shared_ptr<Bundle> Bundle::open(const std::filesystem::path& folder, Bundle
         bundle->info_.insert_or_assign(key, value);
     for (const std::string& key : view.removedInfo)
         bundle->info_.erase(key);
+    for (const auto& entry : std::filesystem::directory_iterator(bundle->folder_ / "Resources", missing))
+        if (entry.is_regular_file(missing))
+            bundle->resources_.insert(entry.path().filename().string());
     std::vector<std::string> languages; // catalogues go by language codes, tags such as "ja-JP" do not matter
     for (const std::string& language : view.languages)
         languages.push_back(languageCode(language));
@@ -57,18 +60,17 @@ LocalizedText Bundle::localizedText(std::string_view key) const {
 }
 
 std::optional<std::filesystem::path> Bundle::pathForResource(std::string_view name, std::string_view type) const {
-    if (name.empty() || name.find('/') != std::string_view::npos || name.find('\0') != std::string_view::npos)
+    if (name.empty())
         return std::nullopt;
-    std::string lower(type);
-    std::ranges::transform(lower, lower.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    for (const std::string& extension : {std::string(type), lower}) {
-        std::filesystem::path path = folder_ / "Resources" / (std::string(name) + "." + extension);
-        std::error_code missing;
-        if (std::filesystem::is_regular_file(path, missing))
-            return path;
+    std::string file = std::string(name) + "." + std::string(type);
+    if (!resources_.contains(file)) {
+        const auto extension = file.end() - static_cast<std::ptrdiff_t>(type.size());
+        std::transform(extension, file.end(), extension,
+                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+        if (!resources_.contains(file))
+            return std::nullopt;
     }
-    return std::nullopt;
+    return folder_ / "Resources" / file;
 }
 
 } // namespace toolkit

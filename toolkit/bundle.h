@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,13 +47,15 @@ public:
     [[nodiscard]] LocalizedText localizedText(std::string_view key) const;
     [[nodiscard]] std::string localizedString(std::string_view key) const { return localizedText(key).text; }
 
-    /// The path of the resource; nullopt where there is none. Names with a "/" name no resource.
+    /// The path of the resource, one of the files that stood in "Resources" when the bundle was opened; nullopt where
+    /// there is none.
     [[nodiscard]] std::optional<std::filesystem::path> pathForResource(std::string_view name,
                                                                        std::string_view type) const;
 
 private:
     std::filesystem::path folder_;
     ValueMap info_;
+    std::set<std::string, std::less<>> resources_; // names of the files, as they were when the bundle was opened
     BundleView view_;
     std::unique_ptr<TextTable> texts_;
 };

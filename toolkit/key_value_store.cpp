@@ -10,6 +10,8 @@ void KeyValueStore::setValueForKey(Value value, std::string_view key) {
         entries_.erase(name);
     else
         entries_.insert_or_assign(name, std::move(value));
+    if (observers_.empty())
+        return;
     for (StoreObserver* observer : std::vector(observers_)) // a copy: any of them may leave meanwhile
         if (std::ranges::find(observers_, observer) != observers_.end())
             observer->storeDidWrite(*this, name);

@@ -13,7 +13,7 @@ namespace host {
 /// each), and the "languages", each of which has a folder of pages.
 class HelpBooks {
 public:
-    /// Makes the book at this path known; false where it is no book.
+    /// Makes the book at this path known; false where it is no book. A known book is not read again.
     bool registerBook(const std::filesystem::path& path);
     /// The page of the anchor in the first of these languages that the book has, else in its own first language.
     /// nullopt where the book is not registered, or lacks the anchor or the page.
