@@ -1,6 +1,7 @@
 // The scripted host: one command a line on standard input, one answer a line on standard output.
 
 #include "host/script/script_host.h"
+#include "host/session/program_files.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -31,7 +32,7 @@ int main(int argumentCount, char* arguments[]) {
                                    {"version", no_argument, nullptr, kVersion},
                                    {nullptr, 0, nullptr, 0}};
     bool strict = false;
-    std::filesystem::path bundle = host::PlugIn::defaultBundle();
+    std::filesystem::path bundle = host::pathOfPlugInBundle();
     for (int found; (found = getopt_long(argumentCount, arguments, "", kOptions, nullptr)) != -1;) {
         switch (found) {
         case kStrict:

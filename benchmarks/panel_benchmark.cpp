@@ -3,6 +3,7 @@
 #include "host/session/session.h"
 
 #include "framework/option_keywords.h"
+#include "host/session/program_files.h"
 #include "toolkit/popup_list.h"
 #include "toolkit/user_defaults.h"
 
@@ -116,7 +117,7 @@ public:
         std::string error;
         const std::vector<std::string> languages = {"en"};
         host::SessionOptions options;
-        options.plugIn = host::PlugIn::load(host::PlugIn::defaultBundle(), error);
+        options.plugIn = host::PlugIn::load(host::pathOfPlugInBundle(), error);
         if (options.plugIn == nullptr)
             fail(error);
         options.description = printing::PrinterDescription::openText(ppd, languages, error);

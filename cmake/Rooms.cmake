@@ -30,20 +30,25 @@ function(cv_check_uses room)
   endforeach()
 endfunction()
 
-# cv_room(<room> SHARED|STATIC|MODULE SOURCES <file>... [USES <room>...] [LIBRARIES <target>...])
+# cv_room(<room> SHARED|STATIC|MODULE SOURCES <file>... [INTERNAL <header>...] [USES <room>...] [LIBRARIES <target>...])
 # One library per room: cv_<room>, linked by others as CV::<room>. USES are public (a room's headers show the
-# rooms below it), LIBRARIES are private (outside libraries are not seen in its headers).
+# rooms below it), LIBRARIES are private (outside libraries are not seen in its headers). A shared library is installed
+# with all of its headers that are not INTERNAL.
 function(cv_room room type)
-  cmake_parse_arguments(PARSE_ARGV 2 ROOM "" "" "SOURCES;USES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 2 ROOM "" "" "SOURCES;INTERNAL;USES;LIBRARIES")
   cv_check_uses(${room} ${ROOM_USES})
   add_library(cv_${room} ${type} ${ROOM_SOURCES})
   add_library(CV::${room} ALIAS cv_${room})
-  target_include_directories(cv_${room} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/exports)
+  target_include_directories(cv_${room} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/exports>)
   list(TRANSFORM ROOM_USES PREPEND CV::)
   target_link_libraries(cv_${room} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_LIBRARIES})
   if(type STREQUAL SHARED)
     generate_export_header(cv_${room} BASE_NAME CV_${room}
       EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/exports/${room}/export.h)
     set_target_properties(cv_${room} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    list(FILTER ROOM_SOURCES INCLUDE REGEX "\\.h$")
+    list(REMOVE_ITEM ROOM_SOURCES ${ROOM_INTERNAL})
+    cv_install_room(${room} ${ROOM_SOURCES})
   endif()
 endfunction()

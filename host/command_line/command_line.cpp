@@ -11,6 +11,7 @@
 #include "host/jobs/queue_submission.h"
 #include "host/jobs/queues.h"
 #include "host/session/plug_in.h"
+#include "host/session/program_files.h"
 #include "toolkit/preferred_languages.h"
 #include "toolkit/user_defaults.h"
 
@@ -67,7 +68,7 @@ private:
     void note(const std::string& sentence) const { fail(kExitDone, sentence); }
 
     [[nodiscard]] std::filesystem::path bundle() const {
-        return arguments_.bundle.empty() ? PlugIn::defaultBundle() : std::filesystem::path(arguments_.bundle);
+        return arguments_.bundle.empty() ? pathOfPlugInBundle() : std::filesystem::path(arguments_.bundle);
     }
     [[nodiscard]] std::string spoolDocuments();
     [[nodiscard]] std::string findQueue();

@@ -1,5 +1,7 @@
 #include "host/command_line/dialog_module.h"
 
+#include "host/session/program_files.h"
+
 #include <array>
 #include <cstdlib>
 #include <dlfcn.h>
@@ -9,7 +11,6 @@
 namespace host {
 namespace {
 
-constexpr const char* kModule = "libcv_window.so";
 /// Where a window can be shown: a display, or the platform that the user names.
 constexpr std::array kDisplays = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
 
@@ -20,15 +21,6 @@ bool hasDisplay() {
     return false;
 }
 
-/// The module of this program: where it is installed, else in the build tree.
-std::filesystem::path modulePath() {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    const std::filesystem::path installed = (program / ".." / "lib" / "corvane-print" / kModule).lexically_normal();
-    const std::filesystem::path built = (program / ".." / "lib" / kModule).lexically_normal();
-    return !std::filesystem::exists(installed, error) && std::filesystem::exists(built, error) ? built : installed;
-}
-
 } // namespace
 
 DialogEntry* loadDialog(std::string& error) {
@@ -37,7 +29,7 @@ DialogEntry* loadDialog(std::string& error) {
                 "corvane-panel-session.";
         return nullptr;
     }
-    const std::filesystem::path path = modulePath();
+    const std::filesystem::path path = pathOfWindowModule();
     std::error_code missing;
     if (!std::filesystem::exists(path, missing)) {
         error = "The print dialog's window is not installed: install the Qt 6 window module (" + path.string() +

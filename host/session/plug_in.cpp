@@ -6,23 +6,6 @@
 #include <map>
 
 namespace host {
-namespace {
-
-constexpr const char* kBundleName = "CVInkQuality12.plugin";
-
-} // namespace
-
-std::filesystem::path PlugIn::defaultBundle() {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    // From the program: the build tree's place, then the installed one.
-    std::filesystem::path built = (program / ".." / "PlugIns" / kBundleName).lexically_normal();
-    if (std::filesystem::exists(built, error))
-        return built;
-    const std::filesystem::path installed =
-        (program / ".." / "lib" / "corvane-print" / "PlugIns" / kBundleName).lexically_normal();
-    return std::filesystem::exists(installed, error) ? installed : built;
-}
 
 std::shared_ptr<PlugIn> PlugIn::load(const std::filesystem::path& bundle, std::string& error) {
     static std::map<std::filesystem::path, std::shared_ptr<PlugIn>> loaded;

@@ -14,8 +14,6 @@ public:
     /// Null where the bundle is missing, broken, or of another interface version; `error` then says which, in one
     /// sentence. The same bundle is loaded once in a process.
     static std::shared_ptr<PlugIn> load(const std::filesystem::path& bundle, std::string& error);
-    /// The bundle that belongs to this program: beside it in a build tree, or where it is installed.
-    static std::filesystem::path defaultBundle();
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
     [[nodiscard]] std::unique_ptr<CVInkQuality12PDEPlugIn> makePrincipalObject() const;

@@ -4,6 +4,7 @@
 
 #include "framework/option_keywords.h"
 #include "host/jobs/job_text.h"
+#include "host/session/program_files.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
 
@@ -208,13 +209,12 @@ void PrintDialog::choosePrinter(int index) {
 }
 
 void PrintDialog::openSession(const StartChoices& start) {
-    StartedSession started =
-        startSession(printers_[static_cast<std::size_t>(printer_)], start,
-                     {.bundle = request_.bundle.empty() ? PlugIn::defaultBundle() : request_.bundle,
-                      .languages = settings_.languages,
-                      .userDefaults = settings_.userDefaults,
-                      .presenter = &alerts_,
-                      .windowHeight = static_cast<double>(height())});
+    StartedSession started = startSession(printers_[static_cast<std::size_t>(printer_)], start,
+                                          {.bundle = request_.bundle.empty() ? pathOfPlugInBundle() : request_.bundle,
+                                           .languages = settings_.languages,
+                                           .userDefaults = settings_.userDefaults,
+                                           .presenter = &alerts_,
+                                           .windowHeight = static_cast<double>(height())});
     session_ = std::move(started.session);
     printButton_->setEnabled(session_ != nullptr);
     printButton_->setAccessibleDescription(session_ == nullptr ? windowText(Text::NoPrinter, language_) : QString());

@@ -1,5 +1,6 @@
 #include "host/window/printers.h"
 
+#include "host/session/program_files.h"
 #include "printing/printer_description.h"
 
 #include <QCoreApplication>
@@ -29,10 +30,8 @@ std::string queueTitle(const Queue& queue) {
 
 std::vector<Printer> samplePrinters() {
     std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     std::vector<Printer> printers;
-    const std::filesystem::path models = (program / ".." / "share" / "corvane-print" / "models").lexically_normal();
-    for (const auto& entry : std::filesystem::directory_iterator(models, error)) {
+    for (const auto& entry : std::filesystem::directory_iterator(folderOfSamplePrinters(), error)) {
         const std::string path = entry.path().string();
         std::string reason;
         const auto description =

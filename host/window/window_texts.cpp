@@ -1,5 +1,6 @@
 #include "host/window/window_texts.h"
 
+#include "host/session/program_files.h"
 #include "toolkit/preferred_languages.h"
 #include "toolkit/text_catalogue.h"
 
@@ -99,19 +100,12 @@ static_assert(
 constexpr const char* kCatalogue = "corvane-print";
 constexpr const char* kCatalogueFile = "corvane-print.mo";
 
-// Beside the program's folder, as it is built and as it is installed.
-std::filesystem::path catalogueFolder() {
-    std::error_code error;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    return (program / ".." / "share" / "corvane-print" / "texts").lexically_normal();
-}
-
 // Read once. Only the window's thread asks for texts.
 const toolkit::TextTable& catalogueOf(const Language& language) {
     static std::map<std::string, std::unique_ptr<toolkit::TextTable>> catalogues;
     std::unique_ptr<toolkit::TextTable>& catalogue = catalogues[language.code()];
     if (catalogue == nullptr)
-        catalogue = toolkit::openTextCatalogues(catalogueFolder(), kCatalogue, {language.code()});
+        catalogue = toolkit::openTextCatalogues(folderOfWindowTexts(), kCatalogue, {language.code()});
     return *catalogue;
 }
 
@@ -123,7 +117,7 @@ Language windowLanguage(const std::vector<std::string>& languages) {
         std::error_code missing;
         if (code == Language::English.code())
             return Language::English;
-        if (!code.empty() && std::filesystem::is_regular_file(catalogueFolder() / code / kCatalogueFile, missing))
+        if (!code.empty() && std::filesystem::is_regular_file(folderOfWindowTexts() / code / kCatalogueFile, missing))
             return Language(code);
     }
     return Language::English;

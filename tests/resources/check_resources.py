@@ -19,7 +19,6 @@ import xml.etree.ElementTree
 
 RESOURCES = pathlib.Path(__file__).resolve().parents[2] / "resources"
 LANGUAGES = ("en", "ja", "de", "fr", "es", "zh_CN")
-HELP_LANGUAGES = ("en", "ja")
 MODELS = ("corvane-a3", "corvane-a4", "corvane-office", "corvane-mirror")
 ADJUSTMENTS = ("CVBrightness", "CVContrast", "CVRed", "CVGreen", "CVBlue")
 PPD_LANGUAGES = ("", *LANGUAGES[1:])   # the PPDs' own texts are English
@@ -389,7 +388,7 @@ class HelpBooks(unittest.TestCase):
 
     def pages(self):
         for book, (name, keys) in self.BOOKS.items():
-            for language in HELP_LANGUAGES:
+            for language in LANGUAGES:
                 path = RESOURCES / "help" / f"{book}.help" / language / "index.html"
                 yield book, name, keys, language, path.read_text(encoding="utf-8")
 
@@ -399,17 +398,22 @@ class HelpBooks(unittest.TestCase):
             self.assertEqual(entries["name"], name)
             self.assertTrue(entries["title"])
             self.assertEqual(entries["anchors"], {"CvHelpAnchor": "index.html"})
-            self.assertEqual(entries["languages"], list(HELP_LANGUAGES))
+            self.assertEqual(entries["languages"], list(LANGUAGES))
 
     def test_pagesAreWellFormedAndReferToNothingOutside(self):
         for book, _, _, language, text in self.pages():
             with self.subTest(book=book, language=language):
                 page = Page(text)
                 self.assertEqual(page.unclosed, [])
-                self.assertEqual(page.language, language)
+                self.assertEqual(page.language, language.replace("_", "-"))
                 self.assertTrue(page.title.strip())
                 for link in page.links:
                     self.assertTrue(link.startswith("#") and link[1:] in page.ids, link)
+
+    def test_everyLanguageHasTheSameSections(self):
+        english = {book: Page(text).ids for book, _, _, language, text in self.pages() if language == "en"}
+        for book, _, _, language, text in self.pages():
+            self.assertEqual(Page(text).ids, english[book], f"{book}: {language}")
 
     def test_everyOptionOfThePanelIsExplained(self):
         info = json.loads((RESOURCES / "Info.json").read_text())

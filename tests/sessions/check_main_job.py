@@ -2,72 +2,21 @@
 change is refused, the summary is read, and the job goes to a folder and to a queue whose filter writes down what it
 is given.
 
-The program PRIVATE_CUPSD starts the print server. As root, `--plain-user` runs the server and the session as a plain
-user.
+As root, `--plain-user` runs the server and the session as a plain user.
 """
 
-import ctypes
-import ctypes.util
 import json
 import os
 import pathlib
 import pwd
-import subprocess
 import sys
 import tempfile
-import threading
 import unittest
 
-from session_program import SOURCES, SessionProgram, as_user
+from print_server import A3, PrintServer, USER, booleans_without_case, parse_options, sent_by_us
+from session_program import SOURCES, SessionProgram
 
-A3 = "resources/models/corvane-a3.ppd"
 DOCUMENT = SOURCES / "resources" / "samples" / "picture.pdf"
-DEADLINE = 30  # seconds for a job to reach the filter
-USER = "nobody" if "--plain-user" in sys.argv and os.geteuid() == 0 else None  # None: who runs this
-
-# What a server adds to a job's options on its own.
-SERVERS_OWN = {
-    "date-time-at-creation", "date-time-at-processing", "document-name-supplied", "finishings",
-    "job-originating-host-name", "job-uuid", "number-up", "print-color-mode", "time-at-creation", "time-at-processing",
-}
-
-
-class CupsOption(ctypes.Structure):
-    _fields_ = [("name", ctypes.c_char_p), ("value", ctypes.c_char_p)]
-
-
-def parse_options(text):
-    """A filter's option text as filters parse it."""
-    cups = ctypes.CDLL(ctypes.util.find_library("cups") or "libcups.so.2")
-    options = ctypes.POINTER(CupsOption)()
-    count = cups.cupsParseOptions(text.encode(), 0, ctypes.byref(options))
-    parsed = {options[index].name.decode(): options[index].value.decode() for index in range(count)}
-    cups.cupsFreeOptions(count, options)
-    return parsed
-
-
-def booleans_without_case(options):
-    return {name: value.lower() if value.lower() in ("true", "false") else value for name, value in options.items()}
-
-
-class PrintServer:
-    """A print server with one queue of the sample printer. It ends with the input of the command beside it."""
-
-    def __init__(self):
-        command = [os.environ["PRIVATE_CUPSD"], "--ppd", str(SOURCES / A3), "--queue", "Corvane", "--", "cat"]
-        pipes = dict.fromkeys(("stdin", "stdout", "stderr"), subprocess.PIPE)
-        self.process = subprocess.Popen(command, text=True, cwd="/", **pipes, **as_user(USER))
-        self.places, told = {}, ""
-        while "PRIVATE_CUPSD_RECORDS" not in self.places:
-            line = self.process.stderr.readline()
-            told += line
-            if not line:
-                raise AssertionError("there is no print server: " + told)
-            name, _, value = line.strip().partition("=")
-            self.places[name] = value
-
-    def end(self):
-        self.process.communicate(timeout=DEADLINE)
 
 
 class MainJob(unittest.TestCase):
@@ -87,19 +36,6 @@ class MainJob(unittest.TestCase):
         answer = self.program.answer(command, **members)
         self.assertIs(answer["ok"], True, answer)
         return answer
-
-    def record_of(self, job):
-        """The filter's arguments and the data that reached it. The arguments are complete as soon as they are there."""
-        records = pathlib.Path(self.places["PRIVATE_CUPSD_RECORDS"])
-        arguments = records / ("job-%d.arguments" % job)
-        turn, left = threading.Event(), DEADLINE * 20
-        while not arguments.exists() and left > 0:
-            turn.wait(1 / 20)
-            left -= 1
-        self.assertTrue(arguments.exists(), "the job reached no filter")
-        names = ("job", "user", "title", "copies", "options")
-        words = arguments.read_bytes().decode().split("\0")[: len(names)]
-        return dict(zip(names, words)), (records / ("job-%d.data" % job)).read_bytes()
 
     def change_an_option_of_each_kind(self):
         self.do("open", ppd=A3, languages=["en"])
@@ -172,10 +108,9 @@ class MainJob(unittest.TestCase):
         for destination in (self.queue, {**self.queue, "server": self.places["PRIVATE_CUPSD_ADDRESS"]}):
             answer = self.do("print", file=str(DOCUMENT), to=destination, title="A picture", copies=2)
             self.assertEqual(answer["ticket"]["options"], self.EXPECTED)
-            arguments, data = self.record_of(answer["job"])
+            arguments, data = self.server.record_of(answer["job"])
             self.assertEqual(data, DOCUMENT.read_bytes())
-            received = parse_options(arguments["options"])
-            received = {name: value for name, value in received.items() if name not in SERVERS_OWN}
+            received = sent_by_us(parse_options(arguments["options"]))
             self.assertEqual(booleans_without_case(received), booleans_without_case(self.EXPECTED))
             self.assertEqual(arguments["title"], "A picture")
             self.assertEqual(arguments["copies"], "2")
@@ -190,7 +125,7 @@ class MainJob(unittest.TestCase):
         self.assertEqual({name: options[name] for name in ("Text", "Whole", "Half", "Yes", "No", "PageSize")},
                          {"Text": "two words, \"quoted\"", "Whole": "-7", "Half": "0.5", "Yes": "true", "No": "false",
                           "PageSize": "Custom.300x500.5"})
-        arguments, _ = self.record_of(answer["job"])
+        arguments, _ = self.server.record_of(answer["job"])
         received = parse_options(arguments["options"])
         self.assertEqual(booleans_without_case({name: received[name] for name in options}),
                          booleans_without_case(options))

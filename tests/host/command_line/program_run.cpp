@@ -2,11 +2,15 @@
 
 #include "tests/host/jobs/temporary_folder.h"
 
+#include <array>
 #include <cstdlib>
 #include <fcntl.h>
 #include <spawn.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 namespace test_support {
 namespace {
@@ -32,21 +36,39 @@ ProgramResult runProgram(const ProgramRun& run) {
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 0, input.c_str(), O_RDONLY, 0);
+    std::array<int, 2> channel{-1, -1};
+    if (run.writeInput && ::pipe2(channel.data(), O_CLOEXEC) != 0)
+        throw std::runtime_error("no pipe");
+    if (run.writeInput)
+        posix_spawn_file_actions_adddup2(&actions, channel[0], 0);
+    else
+        posix_spawn_file_actions_addopen(&actions, 0, input.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, output.c_str(), O_WRONLY | O_CREAT, 0600);
     posix_spawn_file_actions_addopen(&actions, 2, errors.c_str(), O_WRONLY | O_CREAT, 0600);
     pid_t child = 0;
     const int error = ::posix_spawn(&child, run.program.c_str(), &actions, nullptr, pointersTo(arguments).data(),
                                     pointersTo(environment).data());
     posix_spawn_file_actions_destroy(&actions);
+    ::close(channel[0]);
     if (error != 0)
         throw std::runtime_error("cannot start " + run.program.string());
+    std::thread writer;
+    if (run.writeInput)
+        writer = std::thread([&] {
+            run.writeInput(channel[1]);
+            ::close(channel[1]);
+        });
     int status = 0;
-    if (::waitpid(child, &status, 0) != child)
+    rusage usage{};
+    const pid_t ended = ::wait4(child, &status, 0, &usage);
+    if (writer.joinable())
+        writer.join();
+    if (ended != child)
         throw std::runtime_error("lost " + run.program.string());
     return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
             .output = contentsOf(output),
-            .errors = contentsOf(errors)};
+            .errors = contentsOf(errors),
+            .peakMemory = usage.ru_maxrss * 1024}; // told in kilobytes
 }
 
 } // namespace test_support

@@ -119,6 +119,18 @@ TEST_F(FolderSubmission, OddDocumentNamesBecomeTidyOnes) {
     }
 }
 
+TEST_F(FolderSubmission, DocumentsOfEveryNameStayInTheFolder) {
+    for (int byte = 1; byte < 0x100; ++byte)
+        if (byte != '/') {
+            const std::string name = std::string("a") + static_cast<char>(byte) + "..";
+            SCOPED_TRACE(name);
+            const std::string copy = ticketOf(request(name, name))["document"];
+            EXPECT_EQ(copy.find('/'), std::string::npos);
+            EXPECT_EQ(contentsOf(folder() + "/" + copy), name);
+        }
+    EXPECT_THAT(namesIn(out_.path()), ElementsAre("out"));
+}
+
 TEST_F(FolderSubmission, OddTitlesAreCleaned) {
     JobRequest job = request();
     job.title = "two\nlines \x1B[31m caf\xE9 \"quoted\" \\";
@@ -215,6 +227,21 @@ TEST_F(FolderSubmission, AFullDiskLeavesNothingBehind) {
     });
     EXPECT_THAT(error, AllOf(HasSubstr(folder()), HasSubstr("File too large")));
     EXPECT_THAT(namesIn(folder()), IsEmpty());
+}
+
+TEST_F(FolderSubmission, AFullFileSystemIsToldAndLeavesNothingBehind) {
+    const JobRequest job = request("big.bin", test_support::variedBytes(1'000'000));
+    fs::create_directory(folder());
+    const std::string answer = test_support::asPlainUser([&] {
+        if (!test_support::mountSmallFileSystem(folder(), 256 * 1024))
+            return std::string();
+        const std::string error = submitToFolder(folder(), job).error;
+        return error + (fs::is_empty(folder()) ? " Nothing is left." : " Something is left.");
+    });
+    if (answer.empty())
+        GTEST_SKIP() << "no file system may be mounted here: only the limit on files' sizes stands for a full disk";
+    EXPECT_THAT(answer, AllOf(HasSubstr(folder()), HasSubstr("No space left"), HasSubstr("free space"),
+                              HasSubstr("Nothing is left.")));
 }
 
 TEST_F(FolderSubmission, ATicketThatCannotBeWrittenTakesTheCopyWithIt) {

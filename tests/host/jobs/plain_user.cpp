@@ -1,9 +1,13 @@
 #include "tests/host/jobs/plain_user.h"
 
 #include <array>
+#include <fstream>
 #include <grp.h>
 #include <pwd.h>
+#include <sched.h>
 #include <stdexcept>
+#include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -48,6 +52,18 @@ std::string asPlainUser(const std::function<std::string()>& function) {
     if (status != 0)
         throw std::runtime_error("the plain user's process failed");
     return answer;
+}
+
+bool mountSmallFileSystem(const std::filesystem::path& folder, std::size_t bytes) {
+    const std::string user = std::to_string(::geteuid()), group = std::to_string(::getegid());
+    ::prctl(PR_SET_DUMPABLE, 1); // a process that changed its user may not write its own maps
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    std::ofstream("/proc/self/setgroups") << "deny";
+    std::ofstream("/proc/self/uid_map") << user << " " << user << " 1";
+    std::ofstream("/proc/self/gid_map") << group << " " << group << " 1";
+    const std::string options = "mode=700,size=" + std::to_string(bytes) + ",uid=" + user + ",gid=" + group;
+    return ::mount("none", folder.c_str(), "tmpfs", 0, options.c_str()) == 0;
 }
 
 } // namespace test_support

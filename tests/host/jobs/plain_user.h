@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -11,5 +13,9 @@ std::string plainUser();
 
 /// Runs the function in a process of a plain user, and returns what it returned.
 std::string asPlainUser(const std::function<std::string()>& function);
+
+/// Within asPlainUser: mounts a file system of so many bytes on a folder of the user's, for this process alone. False
+/// where the system does not let a user do that.
+bool mountSmallFileSystem(const std::filesystem::path& folder, std::size_t bytes);
 
 } // namespace test_support

@@ -32,6 +32,8 @@ const std::string& largeContents() {
 /// Queues that are there but take nothing, and requests that are wrong: one server for all.
 class QueueRefusals : public QueueTest {
 protected:
+    ~QueueRefusals() override { EXPECT_LT(steady_clock::now() - start_, JobLimits().response + seconds(2)); }
+
     std::string errorFor(const QueueAddress& address) const {
         const JobResult result = submitToQueue(address, request());
         EXPECT_FALSE(result.ok);
@@ -45,6 +47,9 @@ protected:
         EXPECT_EQ(server().jobStates().size(), before);
         return result.error;
     }
+
+private:
+    const steady_clock::time_point start_ = steady_clock::now();
 };
 
 TEST_F(QueueRefusals, AnUnknownQueueIsNamed) {

@@ -1,3 +1,4 @@
+#include "host/jobs/job_text.h"
 #include "tests/host/jobs/plain_user.h"
 #include "tests/host/jobs/queue_test.h"
 
@@ -103,6 +104,9 @@ TEST_F(QueueSubmission, OddTitlesArriveCleaned) {
         {"\xE6\x97\xA5\xE6\x9C\xAC $(id) `id` 'x' \"y\" \\ %s", "\xE6\x97\xA5\xE6\x9C\xAC $(id) `id` 'x' \"y\" \\ %s"},
         {std::string(300, 'x'), std::string(255, 'x')},
         {std::string(254, 'x') + "\xC3\xBC", std::string(254, 'x')},
+        {std::string(10'000, 'y'), std::string(255, 'y')},
+        {std::string(10'000, '\n') + "z", "z"},
+        {std::string("nu\0ll", 5), "nu ll"},
         {"-rf", "-rf"},
         {"", "page.txt"},
     };
@@ -111,6 +115,34 @@ TEST_F(QueueSubmission, OddTitlesArriveCleaned) {
         JobRequest job = request();
         job.title = sent;
         EXPECT_EQ(printed(job).title, arrived);
+    }
+}
+
+TEST_F(QueueSubmission, DocumentsOfEveryNameArrive) {
+    std::vector<std::string> names{"-", "--", "-rf", "...", " ", "\"'`$(id);&|", std::string(255, 'n')};
+    constexpr int kBytesOfAName = 16;
+    for (int first = 0; first < 0x100; first += kBytesOfAName) {
+        std::string& name = names.emplace_back("a");
+        for (int byte = first; byte < first + kBytesOfAName; ++byte)
+            if (byte != 0 && byte != '/')
+                name += static_cast<char>(byte);
+        name += 'z';
+    }
+    std::map<int, std::string> sent;
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const JobResult result =
+            submitToQueue(queue(), {.documentPath = folder_.write(name, "in " + name), .options = {{"Key", "value"}}});
+        ASSERT_TRUE(result.ok) << result.error;
+        sent[result.jobId] = name;
+    }
+    for (const auto& [job, name] : sent) {
+        SCOPED_TRACE(name);
+        const auto record = server().waitForRecord(job);
+        ASSERT_TRUE(record) << server().errorLog();
+        EXPECT_EQ(record->data, "in " + name);
+        EXPECT_EQ(record->title, documentName(name));
+        EXPECT_EQ(record->options.at("Key"), "value");
     }
 }
 

@@ -47,7 +47,7 @@ private slots:
     void noTextIsCut_data() {
         QTest::addColumn<QString>("language");
         QTest::addColumn<int>("points");
-        for (const char* language : {"en", "ja"})
+        for (const char* language : {"en", "ja", "de", "fr", "es", "zh_CN"})
             for (const int points : {8, 14})
                 QTest::addRow("%s %d", language, points) << language << points;
     }
