@@ -36,7 +36,7 @@ struct PreviewState {
     std::optional<imaging::Picture> shown;     ///< none where the view shows an empty picture
     std::optional<imaging::Picture> reference; ///< what the filters are put on
     imaging::ColorControls colorControls;      ///< the parameters that the two kept filters hold
-    imaging::ColorMatrix colorMatrix;
+    imaging::ColorMatrix colorMatrix;          ///< as above
 };
 
 } // namespace framework
@@ -50,8 +50,8 @@ struct PreviewState {
 /// "requestNewOutputBin:".
 class CV_FRAMEWORK_EXPORT CVPrintQualityPDE : public std::enable_shared_from_this<CVPrintQualityPDE> {
 public:
-    using PanelMessage = framework::Message<CVPrintQualityPDE>;
-    using PanelOutlet = framework::Outlet<CVPrintQualityPDE>;
+    using PanelMessage = framework::Message<CVPrintQualityPDE>; ///< one row of a message table
+    using PanelOutlet = framework::Outlet<CVPrintQualityPDE>;   ///< one row of an outlet table
 
     CVPrintQualityPDE();
     virtual ~CVPrintQualityPDE();
@@ -62,34 +62,34 @@ public:
 
     /// False where the callback is null or does not answer `willChangePPDOptionKeyValue:ppdChoice:`: there is no panel.
     virtual bool initWithCallback(framework::HostCallback* callback);
-    virtual std::string panelName() = 0;
-    std::string panelKind();
+    virtual std::string panelName() = 0; ///< the panel's title, in the dialog's language
+    std::string panelKind();             ///< names this kind of panel to the host
     /// Loads the view description named thePDEName on the first call. Null where it cannot be loaded. Owned here.
     toolkit::View* panelView();
-    virtual void willShow();
-    virtual bool shouldHide();
-    virtual bool shouldPrint();
-    virtual bool saveValuesAndReturnError(const framework::ErrorSlot& error = {});
-    virtual bool restoreValuesAndReturnError(const framework::ErrorSlot& error = {});
+    virtual void willShow();    ///< the panel comes to the front: its controls are filled anew
+    virtual bool shouldHide();  ///< the panel leaves the front; always true
+    virtual bool shouldPrint(); ///< saves, then asks the user what must be asked; false: the job must not go
+    virtual bool saveValuesAndReturnError(const framework::ErrorSlot& error = {});    ///< always true
+    virtual bool restoreValuesAndReturnError(const framework::ErrorSlot& error = {}); ///< always true
     /// Option texts and the texts of their choices, and under "Summary Display Order" the list of the option texts;
     /// nullopt where a panel has no summary.
     virtual std::optional<toolkit::ValueMap> summaryInfo();
-    virtual std::optional<std::vector<std::string>> supportedPPDOptionKeys();
+    virtual std::optional<std::vector<std::string>> supportedPPDOptionKeys(); ///< null before there are any
     virtual void PPDOptionKeyValueDidChangePpdChoice(const std::string& option, const std::string& choice);
-    bool shouldShowHelp();
+    bool shouldShowHelp(); ///< false: the panel has opened its own help
 
     // Accessors.
-    [[nodiscard]] std::optional<std::string> thePDEName() const { return thePDEName_; }
-    void setThePDEName(const std::optional<std::string>& name) { thePDEName_ = name; }
-    [[nodiscard]] toolkit::ValueMap outputBin() const { return outputBin_; }
+    [[nodiscard]] std::optional<std::string> thePDEName() const { return thePDEName_; } ///< names form and help book
+    void setThePDEName(const std::optional<std::string>& name) { thePDEName_ = name; }  ///< none: no name
+    [[nodiscard]] toolkit::ValueMap outputBin() const { return outputBin_; } ///< the pending choices, option by option
     void setOutputBin(const std::optional<toolkit::ValueMap>& bin) { outputBin_ = bin.value_or(toolkit::ValueMap()); }
-    [[nodiscard]] std::uint32_t imageModeFlag() const { return imageModeFlag_; }
+    [[nodiscard]] std::uint32_t imageModeFlag() const { return imageModeFlag_; } ///< bits of ImageModeFlag
 
     /// Sends an operation by its message name.
     framework::MessageResult sendMessage(std::string_view name, std::span<const framework::MessageValue> arguments);
     /// The models of the panel's view description and what belongs to them; null until panelView() loaded them.
     [[nodiscard]] const toolkit::LoadedViews* loadedViews() const { return views_.get(); }
-
+    /// @cond For panels.
 protected:
     /// Messages and outlets: each class lists its own, and then its base's.
     using MessageTables = std::vector<std::span<const PanelMessage>>;
@@ -192,7 +192,7 @@ protected:
     // What a panel has to tell an inspection beside the fields of the base.
     [[nodiscard]] virtual toolkit::ValueMap ownFields() const { return {}; }
     [[nodiscard]] virtual std::optional<framework::PreviewState> preview() const { return std::nullopt; }
-
+    /// @endcond
 private:
     friend class framework::PanelInspection;
 

@@ -13,8 +13,8 @@ namespace framework {
 
 /// The operations of the Host Callback that a host may lack, by their message names.
 inline constexpr std::string_view kWillChangeOptionSelector = "willChangePPDOptionKeyValue:ppdChoice:";
-inline constexpr std::string_view kPrintSettingsSelector = "printSettings";
-inline constexpr std::string_view kPageFormatSelector = "pageFormat";
+inline constexpr std::string_view kPrintSettingsSelector = "printSettings"; ///< there may be none
+inline constexpr std::string_view kPageFormatSelector = "pageFormat";       ///< there may be none
 inline constexpr std::string_view kPanelViewDidResizeSelector = "panelViewDidResize";
 
 /// What a print dialog gives the panels of one dialog. It is also the sender of the notifications between them, so

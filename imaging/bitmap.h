@@ -12,9 +12,9 @@ namespace imaging {
 
 /// The size of a picture in pixels, neither side negative. A picture without pixels is 0 by 0.
 struct Extent {
-    int width = 0;
-    int height = 0;
-    bool operator==(const Extent&) const = default;
+    int width = 0;                                  ///< pixels
+    int height = 0;                                 ///< pixels
+    bool operator==(const Extent&) const = default; ///< the same in both
 };
 
 /// 8-bit pixels in memory: red, green, blue, alpha, one byte each, the alpha straight (the colours are not
@@ -22,16 +22,16 @@ struct Extent {
 /// bytes. Owns its memory; a copy copies the pixels. A row's pointer is borrowed: valid until resize() or the end.
 class CV_IMAGING_EXPORT Bitmap {
 public:
-    static constexpr std::size_t kBytesPerPixel = 4;
-    static constexpr std::size_t kRowAlignment = 64;
+    static constexpr std::size_t kBytesPerPixel = 4; ///< red, green, blue, alpha
+    static constexpr std::size_t kRowAlignment = 64; ///< bytes
 
     Bitmap() = default;
     /// Transparent black. Throws std::bad_alloc when there is no memory for it.
     Bitmap(int width, int height);
-    Bitmap(const Bitmap& other);
-    Bitmap(Bitmap&& other) noexcept;
-    Bitmap& operator=(const Bitmap& other);
-    Bitmap& operator=(Bitmap&& other) noexcept;
+    Bitmap(const Bitmap& other);                ///< copies the pixels
+    Bitmap(Bitmap&& other) noexcept;            ///< leaves an empty one behind
+    Bitmap& operator=(const Bitmap& other);     ///< copies the pixels
+    Bitmap& operator=(Bitmap&& other) noexcept; ///< leaves an empty one behind
     ~Bitmap() = default;
 
     /// Makes the bitmap width by height; 0 by 0 if either is not positive. Memory that is large enough is kept, and
@@ -39,10 +39,10 @@ public:
     /// when there is no memory.
     void resize(int width, int height);
 
-    [[nodiscard]] int width() const { return extent_.width; }
-    [[nodiscard]] int height() const { return extent_.height; }
-    [[nodiscard]] Extent extent() const { return extent_; }
-    [[nodiscard]] bool isEmpty() const { return extent_ == Extent{}; }
+    [[nodiscard]] int width() const { return extent_.width; }          ///< pixels
+    [[nodiscard]] int height() const { return extent_.height; }        ///< pixels
+    [[nodiscard]] Extent extent() const { return extent_; }            ///< width and height
+    [[nodiscard]] bool isEmpty() const { return extent_ == Extent{}; } ///< 0 by 0
 
     /// Bytes from one row to the next. The bytes behind a row's last pixel are the bitmap's own, of any value.
     [[nodiscard]] std::size_t stride() const { return stride_; }

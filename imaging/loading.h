@@ -13,8 +13,8 @@ inline constexpr long long kMaxLoadedPixels = 64'000'000;
 
 /// A loaded picture, or why there is none: one line of plain text that begins with the file's name.
 struct LoadResult {
-    std::optional<Picture> picture;
-    std::string error; ///< empty when there is a picture
+    std::optional<Picture> picture; ///< none where the file cannot be read
+    std::string error;              ///< empty when there is a picture
 };
 
 /// Reads a TIFF file (8 or 16 bits per sample, and what else libtiff can turn into RGBA; the first page) or an

@@ -17,11 +17,11 @@ public:
     /// A null source is an empty picture. The name says where the pixels come from; it is carried along, not read.
     Picture(std::shared_ptr<const Bitmap> source, std::string sourceName);
 
-    [[nodiscard]] const std::string& sourceName() const { return sourceName_; }
-    [[nodiscard]] Extent extent() const { return source_->extent(); }
+    [[nodiscard]] const std::string& sourceName() const { return sourceName_; } ///< of the file that it was loaded from
+    [[nodiscard]] Extent extent() const { return source_->extent(); }           ///< in pixels
     /// The pixels as they are without the filters. Never null.
     [[nodiscard]] const std::shared_ptr<const Bitmap>& source() const { return source_; }
-    [[nodiscard]] const std::vector<Filter>& filters() const { return filters_; }
+    [[nodiscard]] const std::vector<Filter>& filters() const { return filters_; } ///< in the order of the data
 
     /// This picture with one more filter behind those that it has.
     [[nodiscard]] Picture filteredBy(Filter filter) const;

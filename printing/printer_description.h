@@ -14,16 +14,16 @@ namespace printing {
 
 /// A choice of an option. Texts are UTF-8 without control characters, in the session's language where the PPD has it.
 struct Choice {
-    std::string keyword;
-    std::string text;
+    std::string keyword; ///< as the PPD and the job name it
+    std::string text;    ///< as the user reads it
 };
 
 /// An option of the PPD, with its choices in the PPD's order.
 struct CV_PRINTING_EXPORT Option {
-    std::string keyword;
-    std::string text;
-    std::string defaultChoice; ///< as the PPD declares it: empty, or no choice at all, where the PPD is odd
-    std::vector<Choice> choices;
+    std::string keyword;         ///< as the PPD and the job name it
+    std::string text;            ///< as the user reads it
+    std::string defaultChoice;   ///< as the PPD declares it: empty, or no choice at all, where the PPD is odd
+    std::vector<Choice> choices; ///< in the PPD's order
 
     /// Null where the option has no such choice. Keywords are compared exactly.
     [[nodiscard]] const Choice* choice(std::string_view keyword) const;
@@ -31,13 +31,13 @@ struct CV_PRINTING_EXPORT Option {
 
 /// The limits of custom page sizes in points, as single-precision numbers; all 0 where the PPD allows none.
 struct CustomSizeLimits {
-    float minWidth = 0, minHeight = 0, maxWidth = 0, maxHeight = 0;
+    float minWidth = 0, minHeight = 0, maxWidth = 0, maxHeight = 0; ///< of sheets
 };
 
 /// A page size of the PPD, in points.
 struct PageSize {
-    std::string keyword;
-    double width = 0, height = 0;
+    std::string keyword;          ///< as the PPD and the job name it
+    double width = 0, height = 0; ///< points
 };
 
 /// An option and one of its choices.
@@ -72,19 +72,19 @@ public:
     [[nodiscard]] std::optional<std::string> markedChoice(std::string_view option) const;
     /// Whether the option's default choice is the one that is marked.
     [[nodiscard]] bool isDefaultMarked(const Option& option) const;
-    [[nodiscard]] bool hasAttribute(std::string_view name) const;
+    [[nodiscard]] bool hasAttribute(std::string_view name) const; ///< with any value
 
-    [[nodiscard]] int modelNumber() const;
+    [[nodiscard]] int modelNumber() const; ///< 0 where the PPD gives none
     /// The bytes of the attribute, not cleaned: for rules, not to be shown. nullopt where the PPD gives none.
     [[nodiscard]] std::optional<std::string> modelName() const;
     /// nullopt where the PPD gives none.
     [[nodiscard]] std::optional<std::string> shortNickname() const;
-    [[nodiscard]] CustomSizeLimits customSizeLimits() const;
-    [[nodiscard]] bool allowsCustomSizes() const;
+    [[nodiscard]] CustomSizeLimits customSizeLimits() const; ///< of the sheet
+    [[nodiscard]] bool allowsCustomSizes() const;            ///< whether "Custom.WxH" can be marked
     /// nullopt where the PPD has no such size.
     [[nodiscard]] std::optional<PageSize> pageSize(std::string_view keyword) const;
 
-    void markDefaults();
+    void markDefaults(); ///< every option's default, where it is a choice
     /// Marks the choice. Answers false, and changes nothing, where the option or the choice is unknown. A page size
     /// "Custom.WxH" must lie within the limits.
     bool mark(std::string_view option, std::string_view choice);

@@ -39,7 +39,7 @@ public:
 
     /// The bundle's own folder.
     [[nodiscard]] const std::filesystem::path& path() const { return folder_; }
-    [[nodiscard]] const ValueMap& infoDictionary() const { return info_; }
+    [[nodiscard]] const ValueMap& infoDictionary() const { return info_; } ///< Info.json, as this dialog sees it
     /// The entry "CFBundleIdentifier"; nullopt where it is no text.
     [[nodiscard]] std::optional<std::string> identifier() const;
 

@@ -11,11 +11,11 @@ public:
     using BoundControl::BoundControl;
     ~Button() override;
 
-    [[nodiscard]] const std::string& title() const { return title_.text; }
+    [[nodiscard]] const std::string& title() const { return title_.text; } ///< as it is shown
     /// Empty where the title is no looked-up text.
     [[nodiscard]] const std::string& titleKey() const { return title_.key; }
-    void setTitle(LocalizedText title) { change(title_, std::move(title)); }
-    void setTitle(std::string title) { setTitle(LocalizedText{.key = {}, .text = std::move(title)}); }
+    void setTitle(LocalizedText title) { change(title_, std::move(title)); }                           ///< with its key
+    void setTitle(std::string title) { setTitle(LocalizedText{.key = {}, .text = std::move(title)}); } ///< no key
 
 private:
     LocalizedText title_;
@@ -27,11 +27,11 @@ public:
     using Button::Button;
     ~PushButton() override;
 
-    void userPressed() { runAction(); }
+    void userPressed() { runAction(); } ///< runs the action
 
     /// Whether it is its window's default button.
     [[nodiscard]] bool isDefault() const { return default_; }
-    void setDefault(bool isDefault) { default_ = isDefault; }
+    void setDefault(bool isDefault) { default_ = isDefault; } ///< Return presses it
 
 private:
     bool default_ = false;
@@ -45,7 +45,7 @@ public:
 
     /// 1 is on, 0 is off.
     [[nodiscard]] int state() const { return state_; }
-    [[nodiscard]] bool isOn() const { return state_ == 1; }
+    [[nodiscard]] bool isOn() const { return state_ == 1; } ///< the state is 1
     /// By program: neither the binding writes nor the action runs.
     void setOn(bool on) { change(state_, on ? 1 : 0); }
     /// Sets the state and lets the binding write it; the action does not run.

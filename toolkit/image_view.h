@@ -8,10 +8,10 @@ namespace toolkit {
 /// Shows one picture, or none.
 class CV_TOOLKIT_EXPORT ImageView : public View {
 public:
-    using View::View;
+    using View::View; ///< with its name in the view description
     ~ImageView() override;
 
-    [[nodiscard]] const std::optional<Image>& image() const { return image_; }
+    [[nodiscard]] const std::optional<Image>& image() const { return image_; } ///< none: nothing is shown
     /// A new picture always counts as a change, an equal one too: its pixels may be others.
     void setImage(std::optional<Image> image);
     /// How many pictures the view has been given.

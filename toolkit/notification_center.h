@@ -16,16 +16,16 @@ namespace toolkit {
 
 /// A notification as it is delivered. The sender is borrowed for the time of the delivery; null: from nobody.
 struct Notification {
-    std::string name;
-    const Object* sender = nullptr;
-    std::optional<ValueMap> userInfo;
+    std::string name;                 ///< what happened
+    const Object* sender = nullptr;   ///< who posts it; null: nobody in particular
+    std::optional<ValueMap> userInfo; ///< more about it
 };
 
 /// Delivers notifications within the process, synchronously, in the order in which observers were added. Use from
 /// one thread.
 class CV_TOOLKIT_EXPORT NotificationCenter {
 public:
-    using Handler = std::function<void(const Notification&)>;
+    using Handler = std::function<void(const Notification&)>; ///< called for each notification that fits
 
     /// The process's own centre, shared by the host and every plug-in.
     static NotificationCenter& defaultCenter();

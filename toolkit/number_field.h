@@ -10,14 +10,14 @@ public:
     using BoundControl::BoundControl;
     ~NumberField() override;
 
-    [[nodiscard]] double value() const { return value_; }
-    [[nodiscard]] float singleValue() const { return static_cast<float>(value_); }
-    [[nodiscard]] std::int64_t integerValue() const { return Value(value_).integerReading(); }
-    [[nodiscard]] double minimum() const { return minimum_; }
-    [[nodiscard]] double maximum() const { return maximum_; }
-    void setLimits(double minimum, double maximum);
-    [[nodiscard]] TextColor textColor() const { return textColor_; }
-    void setTextColor(TextColor color) { change(textColor_, color); }
+    [[nodiscard]] double value() const { return value_; }                          ///< as entered
+    [[nodiscard]] float singleValue() const { return static_cast<float>(value_); } ///< rounded to single precision
+    [[nodiscard]] std::int64_t integerValue() const { return Value(value_).integerReading(); } ///< cut toward zero
+    [[nodiscard]] double minimum() const { return minimum_; }         ///< of what a user can enter
+    [[nodiscard]] double maximum() const { return maximum_; }         ///< of what a user can enter
+    void setLimits(double minimum, double maximum);                   ///< for the user, not for a program
+    [[nodiscard]] TextColor textColor() const { return textColor_; }  ///< its meaning, no shade
+    void setTextColor(TextColor color) { change(textColor_, color); } ///< observers hear another one
 
     /// By program: neither the binding writes nor the action runs. Not limited.
     void setValue(double value) { change(value_, value); }

@@ -13,23 +13,23 @@ namespace toolkit {
 class CV_TOOLKIT_EXPORT PopUpList : public Control {
 public:
     struct Item {
-        std::string title;
+        std::string title;                  ///< unique in its list
         std::optional<std::string> keyword; ///< the choice that it represents
-        bool enabled = true;
-        std::optional<Image> image;
+        bool enabled = true;                ///< whether a user can choose it
+        std::optional<Image> image;         ///< beside the title
     };
 
     using Control::Control;
     ~PopUpList() override;
 
-    [[nodiscard]] const std::vector<Item>& items() const { return items_; }
-    void removeAllItems();
+    [[nodiscard]] const std::vector<Item>& items() const { return items_; } ///< in their order
+    void removeAllItems();                                                  ///< and selects nothing
     /// Titles are unique: an item that bears this one already is removed first. The new item comes last.
     void addItemWithTitle(std::string title);
     /// These do nothing where no item bears the title or the index.
     void setKeywordOfItemWithTitle(std::string keyword, std::string_view title);
-    void setImageOfItemWithTitle(Image image, std::string_view title);
-    void setItemEnabled(int index, bool enabled);
+    void setImageOfItemWithTitle(Image image, std::string_view title); ///< nothing where none bears it
+    void setItemEnabled(int index, bool enabled);                      ///< the selection stays
 
     /// -1 where nothing is selected.
     [[nodiscard]] int selectedIndex() const { return selectedIndex_; }

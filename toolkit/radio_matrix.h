@@ -11,7 +11,7 @@ namespace toolkit {
 class CV_TOOLKIT_EXPORT RadioMatrix : public Control {
 public:
     struct Cell {
-        std::string title;
+        std::string title;                  ///< as it is shown
         std::optional<std::string> keyword; ///< the choice that it represents
     };
 
@@ -19,14 +19,14 @@ public:
     RadioMatrix(std::string name, int rows);
     ~RadioMatrix() override;
 
-    [[nodiscard]] const std::vector<Cell>& cells() const { return cells_; }
-    void addRow();
+    [[nodiscard]] const std::vector<Cell>& cells() const { return cells_; } ///< from the top
+    void addRow();                                                          ///< at the bottom, without a title
     /// Does nothing where there is no such row. When the selected row is removed, the first one left is selected.
     void removeRow(int row);
-    void setCell(int row, Cell cell);
+    void setCell(int row, Cell cell); ///< of a row that is there
 
-    [[nodiscard]] int selectedRow() const { return selectedRow_; }
-    [[nodiscard]] const Cell* selectedCell() const;
+    [[nodiscard]] int selectedRow() const { return selectedRow_; } ///< -1 for none
+    [[nodiscard]] const Cell* selectedCell() const;                ///< null where none is selected
     /// By program: no action runs. A row outside the matrix selects nothing.
     void selectRow(int row);
     /// By program; the first such cell. Answers false, and changes nothing, where no cell represents the keyword.

@@ -13,12 +13,12 @@ public:
 
     /// The list that it shows. Borrowed from the same description; null where it shows none.
     [[nodiscard]] ItemList* content() const { return content_; }
-    void setContent(ItemList* content) { content_ = content; }
+    void setContent(ItemList* content) { content_ = content; } ///< borrowed
 
-    [[nodiscard]] double columnWidth() const { return columnWidth_; }
-    void setColumnWidth(double width) { change(columnWidth_, width); }
-    [[nodiscard]] bool hidesScrollBarsAutomatically() const { return hidesScrollBars_; }
-    void setHidesScrollBarsAutomatically(bool hides) { change(hidesScrollBars_, hides); }
+    [[nodiscard]] double columnWidth() const { return columnWidth_; }                     ///< points
+    void setColumnWidth(double width) { change(columnWidth_, width); }                    ///< points
+    [[nodiscard]] bool hidesScrollBarsAutomatically() const { return hidesScrollBars_; }  ///< where all fits
+    void setHidesScrollBarsAutomatically(bool hides) { change(hidesScrollBars_, hides); } ///< where all fits
     /// The font of the column's cells.
     [[nodiscard]] Font cellFont() const { return Font::control(); }
 
@@ -34,11 +34,11 @@ private:
 /// Pages of which one is shown: the one whose id is that of the selected entry of a list.
 class CV_TOOLKIT_EXPORT TabView : public View {
 public:
-    using View::View;
+    using View::View; ///< with its name in the view description
     ~TabView() override;
 
-    void setSelection(ItemList* selection) { selection_ = selection; }
-    [[nodiscard]] ItemList* selection() const { return selection_; }
+    void setSelection(ItemList* selection) { selection_ = selection; } ///< borrowed; its entry's page is shown
+    [[nodiscard]] ItemList* selection() const { return selection_; }   ///< null where none was set
     /// Empty where nothing is selected.
     [[nodiscard]] std::string selectedPage() const;
 

@@ -9,8 +9,8 @@ namespace toolkit {
 
 /// A font by its role and its size in points.
 struct Font {
-    std::string role;
-    double size = 0;
+    std::string role; ///< such as "control"
+    double size = 0;  ///< points
 
     /// The font of a control's content in the system's size.
     static Font control() { return {.role = "control", .size = 13}; }

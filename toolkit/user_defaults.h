@@ -22,7 +22,7 @@ public:
     virtual void setPersistentDomainForName(ValueMap domain, std::string_view name) = 0;
     /// False where a domain could not be written; lastError() then says what and where.
     virtual bool synchronize() = 0;
-    [[nodiscard]] virtual std::string lastError() const { return {}; }
+    [[nodiscard]] virtual std::string lastError() const { return {}; } ///< of the last write; empty: none
 };
 
 /// Preferences that last as long as the object.
@@ -53,7 +53,7 @@ public:
     std::optional<ValueMap> persistentDomainForName(std::string_view name) override;
     void setPersistentDomainForName(ValueMap domain, std::string_view name) override;
     bool synchronize() override;
-    [[nodiscard]] std::string lastError() const override { return lastError_; }
+    [[nodiscard]] std::string lastError() const override { return lastError_; } ///< of the last write; empty: none
 
 private:
     [[nodiscard]] std::filesystem::path fileForDomain(std::string_view name) const;

@@ -17,27 +17,27 @@ namespace toolkit {
 /// a 64-bit integer, a real, a Boolean, a list or a map. The readings below are the only conversions there are.
 class CV_TOOLKIT_EXPORT Value {
 public:
-    using List = std::vector<Value>;
-    using Map = std::map<std::string, Value, std::less<>>;
+    using List = std::vector<Value>;                       ///< values in order
+    using Map = std::map<std::string, Value, std::less<>>; ///< values by key
 
     Value() = default;
-    Value(std::string text) : content_(std::move(text)) {}
-    Value(std::string_view text) : content_(std::string(text)) {}
-    Value(const char* text) : content_(std::string(text)) {}
-    Value(bool flag) : content_(flag) {}
-    Value(int number) : content_(std::int64_t{number}) {}
-    Value(std::int64_t number) : content_(number) {}
-    Value(double number) : content_(number) {}
-    Value(List list) : content_(std::move(list)) {}
-    Value(Map map) : content_(std::move(map)) {}
+    Value(std::string text) : content_(std::move(text)) {}        ///< a text
+    Value(std::string_view text) : content_(std::string(text)) {} ///< a text
+    Value(const char* text) : content_(std::string(text)) {}      ///< a text, never null
+    Value(bool flag) : content_(flag) {}                          ///< a Boolean
+    Value(int number) : content_(std::int64_t{number}) {}         ///< an integer
+    Value(std::int64_t number) : content_(number) {}              ///< an integer
+    Value(double number) : content_(number) {}                    ///< a real
+    Value(List list) : content_(std::move(list)) {}               ///< a list
+    Value(Map map) : content_(std::move(map)) {}                  ///< a map
 
-    [[nodiscard]] bool isAbsent() const { return std::holds_alternative<std::monostate>(content_); }
+    [[nodiscard]] bool isAbsent() const { return std::holds_alternative<std::monostate>(content_); } ///< no value
     /// The content if it is of this kind, else null. Borrowed: valid until this value changes.
     template <typename Kind>
     [[nodiscard]] const Kind* as() const {
         return std::get_if<Kind>(&content_);
     }
-    [[nodiscard]] bool isText(std::string_view text) const {
+    [[nodiscard]] bool isText(std::string_view text) const { ///< a text, and this one
         const auto* own = as<std::string>();
         return own != nullptr && *own == text;
     }
@@ -57,7 +57,7 @@ public:
     friend bool operator==(const Value&, const Value&) = default;
 
     template <typename Visitor>
-    decltype(auto) visit(Visitor&& visitor) const {
+    decltype(auto) visit(Visitor&& visitor) const { ///< with the content
         return std::visit(std::forward<Visitor>(visitor), content_);
     }
 
@@ -65,8 +65,8 @@ private:
     std::variant<std::monostate, std::string, std::int64_t, double, bool, List, Map> content_;
 };
 
-using ValueMap = Value::Map;
-using ValueList = Value::List;
+using ValueMap = Value::Map;   ///< by key
+using ValueList = Value::List; ///< in order
 
 /// The value under `key`, or an absent one. Borrowed from the map.
 CV_TOOLKIT_EXPORT const Value& valueInMap(const ValueMap& map, std::string_view key);

@@ -22,9 +22,9 @@ public:
 
     /// "color" or "value".
     [[nodiscard]] virtual std::string_view transformedValueClass() const = 0;
-    [[nodiscard]] virtual bool allowsReverseTransformation() const = 0;
-    [[nodiscard]] virtual TransformedValue transformedValue(const Value& value) const = 0;
-    [[nodiscard]] virtual TransformedValue reverseTransformedValue(const Value& value) const = 0;
+    [[nodiscard]] virtual bool allowsReverseTransformation() const = 0; ///< whether there is a way back
+    [[nodiscard]] virtual TransformedValue transformedValue(const Value& value) const = 0;        ///< of any value
+    [[nodiscard]] virtual TransformedValue reverseTransformedValue(const Value& value) const = 0; ///< absent if none
 
     /// Registers under a name for the whole process; a transformer registered earlier under it is replaced.
     static void registerTransformer(std::shared_ptr<const ValueTransformer> transformer, std::string_view name);

@@ -15,13 +15,13 @@ class View;
 
 /// A frame in points, origin at the bottom left of the surrounding view.
 struct Rect {
-    double x = 0, y = 0, width = 0, height = 0;
-    friend bool operator==(const Rect&, const Rect&) = default;
+    double x = 0, y = 0, width = 0, height = 0;                 ///< points
+    friend bool operator==(const Rect&, const Rect&) = default; ///< the same in every member
 };
 
 struct Size {
-    double width = 0, height = 0;
-    friend bool operator==(const Size&, const Size&) = default;
+    double width = 0, height = 0;                               ///< points
+    friend bool operator==(const Size&, const Size&) = default; ///< the same in every member
 };
 
 /// The platform's two control-text colours, by their meaning.
@@ -30,7 +30,7 @@ enum class TextColor { Enabled, Disabled };
 /// Hears of every change of a model it observes.
 class CV_TOOLKIT_EXPORT ViewObserver {
 public:
-    virtual void viewDidChange(View& view) = 0;
+    virtual void viewDidChange(View& view) = 0; ///< after the change
 
 protected:
     ~ViewObserver() = default;
@@ -40,20 +40,20 @@ protected:
 /// its observers what changed.
 class CV_TOOLKIT_EXPORT View : public Object {
 public:
-    explicit View(std::string name) : name_(std::move(name)) {}
+    explicit View(std::string name) : name_(std::move(name)) {} ///< as in the description
     ~View() override;
 
     /// The name in the view description: the field's name in the panel.
     [[nodiscard]] const std::string& name() const { return name_; }
 
-    [[nodiscard]] const Rect& frame() const { return frame_; }
-    void setFrame(const Rect& frame) { change(frame_, frame); }
-    [[nodiscard]] bool isHidden() const { return hidden_; }
-    void setHidden(bool hidden) { change(hidden_, hidden); }
+    [[nodiscard]] const Rect& frame() const { return frame_; }  ///< in its surroundings
+    void setFrame(const Rect& frame) { change(frame_, frame); } ///< observers hear another one
+    [[nodiscard]] bool isHidden() const { return hidden_; }     ///< by itself
+    void setHidden(bool hidden) { change(hidden_, hidden); }    ///< observers hear a change
 
     /// Observers are borrowed: who adds one removes it. Safe while a change is being told.
     void addObserver(ViewObserver& observer);
-    void removeObserver(ViewObserver& observer);
+    void removeObserver(ViewObserver& observer); ///< nothing where it is none
 
 protected:
     /// Sets a member and tells the observers, if the value is another one.
@@ -64,7 +64,7 @@ protected:
         member = std::forward<New>(value);
         notifyObservers();
     }
-    void notifyObservers();
+    void notifyObservers(); ///< of this view
 
 private:
     std::string name_;
@@ -76,18 +76,18 @@ private:
 /// A model that can be enabled and whose use by the user runs an action.
 class CV_TOOLKIT_EXPORT Control : public View {
 public:
-    using Action = std::function<void(Control& sender)>;
+    using Action = std::function<void(Control& sender)>; ///< what a user's action runs
 
-    using View::View;
+    using View::View; ///< with its name in the view description
 
-    [[nodiscard]] bool isEnabled() const { return enabled_; }
-    void setEnabled(bool enabled) { change(enabled_, enabled); }
-    [[nodiscard]] std::int64_t tag() const { return tag_; }
-    void setTag(std::int64_t tag) { tag_ = tag; }
+    [[nodiscard]] bool isEnabled() const { return enabled_; }    ///< whether a user can use it
+    void setEnabled(bool enabled) { change(enabled_, enabled); } ///< observers hear a change
+    [[nodiscard]] std::int64_t tag() const { return tag_; }      ///< tells controls apart
+    void setTag(std::int64_t tag) { tag_ = tag; }                ///< as in the description
 
     /// The message that the view description names for this control; empty where it names none.
     [[nodiscard]] const std::string& actionMessage() const { return actionMessage_; }
-    void setActionMessage(std::string message) { actionMessage_ = std::move(message); }
+    void setActionMessage(std::string message) { actionMessage_ = std::move(message); } ///< as in the description
     /// What a user's action runs. Set once, by the panel that owns the control.
     void setAction(Action action) { action_ = std::move(action); }
 
@@ -111,7 +111,7 @@ public:
     void setValueWriter(std::function<void(const Value&)> writer) { valueWriter_ = std::move(writer); }
 
 protected:
-    void writeThroughBinding(const Value& value) const;
+    void writeThroughBinding(const Value& value) const; ///< nothing where it is not bound
 
 private:
     std::function<void(const Value&)> valueWriter_;

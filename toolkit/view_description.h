@@ -30,8 +30,8 @@ public:
     LoadedViews(const LoadedViews&) = delete;
     LoadedViews& operator=(const LoadedViews&) = delete;
 
-    [[nodiscard]] View& root() const;
-    [[nodiscard]] const std::shared_ptr<KeyValueStore>& store() const;
+    [[nodiscard]] View& root() const;                                  ///< the panel's own view
+    [[nodiscard]] const std::shared_ptr<KeyValueStore>& store() const; ///< what the controls are bound to
     /// Null where no model bears the name.
     [[nodiscard]] View* viewNamed(std::string_view name) const;
     /// In the order of the descriptions.
