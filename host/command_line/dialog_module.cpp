@@ -32,8 +32,8 @@ DialogEntry* loadDialog(std::string& error) {
     const std::filesystem::path path = pathOfWindowModule();
     std::error_code missing;
     if (!std::filesystem::exists(path, missing)) {
-        error = "The print dialog's window is not installed: install the Qt 6 window module (" + path.string() +
-                "), or print without it by --no-dialog.";
+        error = "The print dialog's window is not installed: install the package corvane-print-window (" +
+                path.string() + "), or print without it by --no-dialog.";
         return nullptr;
     }
     void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);

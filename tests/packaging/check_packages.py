@@ -161,6 +161,7 @@ class Packages(unittest.TestCase):
         user["env"]["DISPLAY"] = ":99"
         result = run(self.alone / "bin" / "corvane-print", self.document, status=5, **user)
         self.assertEqual(len(result.stderr.splitlines()), 1, result.stderr)
+        self.assertIn("install the package corvane-print-window", result.stderr)
         self.assertIn(str(self.alone / "lib" / "corvane-print" / "libcv_window.so"), result.stderr)
 
     def test_with_the_windows_package_the_module_is_loaded(self):

@@ -95,7 +95,10 @@ int main(int argumentCount, char* arguments[]) {
     auto bundle = toolkit::Bundle::open(bundlePath, std::move(view), error);
     if (bundle == nullptr)
         return failed(error);
-    void* library = ::dlopen((bundlePath + "/CVInkQuality12.so").c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    const auto* executable = toolkit::valueInMap(bundle->infoDictionary(), "CFBundleExecutable").as<std::string>();
+    if (executable == nullptr)
+        return failed("the bundle does not name its executable");
+    void* library = ::dlopen((bundlePath + "/" + *executable).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (library == nullptr)
         return failed(::dlerror());
     const auto* entry = static_cast<const framework::PlugInEntry*>(::dlsym(library, framework::kPlugInEntrySymbol));
