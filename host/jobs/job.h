@@ -36,8 +36,9 @@ struct JobResult {
     std::string note{};  ///< one sentence about a job that was accepted but waits; mostly empty
 };
 
-/// Is called, on the submitting thread, after each piece of the document, with the bytes sent and the bytes in all.
-/// Answers false to give the job up: it is then removed from its destination.
+/// Is called, on the submitting thread, after each piece of the document, with the bytes sent and the bytes in all, and
+/// with the same numbers again while a server keeps us waiting. Answers false to give the job up: it is then removed
+/// from its destination.
 using JobProgress = std::function<bool(std::uint64_t sentBytes, std::uint64_t totalBytes)>;
 
 } // namespace host

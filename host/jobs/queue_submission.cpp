@@ -19,6 +19,8 @@ namespace host {
 namespace {
 
 constexpr std::size_t kPieceBytes = 64 * 1024;
+constexpr const char* kWhileSent = "while the document was sent";
+
 /// The printer's words for what it wants to know of a user.
 constexpr const char* kWantedOfUser = "auth-info-required";
 constexpr std::string_view kUserName = "username";
@@ -44,7 +46,13 @@ struct Submission {
 
 // -- Talking to a server
 
+std::string givenUp(const Submission& submission, const std::string& step) {
+    return "The job for " + submission.queueOnServer() + " was given up " + step + ".";
+}
+
 std::string unanswered(const Submission& submission, const Connection& connection, const std::string& step) {
+    if (connection.wasGivenUp())
+        return givenUp(submission, step);
     if (connection.timedOut())
         return "The job failed because " + submission.server.name + " gave no sign of life for " +
                std::to_string(submission.limits.response.count()) + " ms " + step +
@@ -103,7 +111,7 @@ std::string failureOf(const Submission& submission, const Connection& connection
     }
     const bool tooLarge = httpGetStatus(connection.http()) == HTTP_STATUS_REQUEST_TOO_LARGE;
     const ipp_status_t status = tooLarge ? IPP_STATUS_ERROR_REQUEST_ENTITY : cupsLastError();
-    if (!connection.timedOut() && isRefusal(status))
+    if (!connection.timedOut() && !connection.wasGivenUp() && isRefusal(status))
         return refused(submission, status, plainText(cupsLastErrorString(), 200));
     return unanswered(submission, connection, step);
 }
@@ -188,9 +196,18 @@ struct OpenedDocument {
 };
 using Documents = std::deque<OpenedDocument>; // documents cannot be moved
 
+/// How much of the document that is being sent the server has.
+struct Position {
+    std::uint64_t sent = 0, all = 0; ///< bytes
+};
+
+bool goesOn(const Submission& submission, const Position& position) {
+    return !submission.progress || submission.progress(position.sent, position.all);
+}
+
 /// Sends the whole document in pieces. Returns an empty text when the server has answered that it has it.
 std::string sendDocument(const Submission& submission, Connection& connection, int jobId, OpenedDocument& opened,
-                         bool isLast) {
+                         Position& position, bool isLast) {
     Document& document = opened.document;
     Message request = newRequest(IPP_OP_SEND_DOCUMENT, submission, jobId);
     ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "document-name", nullptr,
@@ -201,9 +218,10 @@ std::string sendDocument(const Submission& submission, Connection& connection, i
 
     http_t* http = connection.http();
     const std::string& resource = submission.queue.resource;
+    position = {.sent = 0, .all = document.size()};
+    connection.restartTime();
     http_status_t status = cupsSendRequest(http, request.get(), resource.c_str(), CUPS_LENGTH_VARIABLE);
     std::array<char, kPieceBytes> piece;
-    std::uint64_t sent = 0;
     while (status == HTTP_STATUS_CONTINUE) {
         const std::ptrdiff_t count = document.read(piece);
         if (count < 0)
@@ -211,16 +229,17 @@ std::string sendDocument(const Submission& submission, Connection& connection, i
         if (count == 0)
             break;
         status = cupsWriteRequestData(http, piece.data(), static_cast<std::size_t>(count));
-        sent += static_cast<std::uint64_t>(count);
-        if (submission.progress && !submission.progress(sent, document.size()))
-            return "The job for " + submission.queueOnServer() + " was given up while its document was sent.";
+        position.sent += static_cast<std::uint64_t>(count);
+        connection.restartTime();
+        if (!goesOn(submission, position))
+            return givenUp(submission, kWhileSent);
     }
-    if (status != HTTP_STATUS_CONTINUE && connection.timedOut())
-        return unanswered(submission, connection, "while the document was sent");
+    if (status != HTTP_STATUS_CONTINUE && (connection.timedOut() || connection.wasGivenUp()))
+        return unanswered(submission, connection, kWhileSent);
     // Also where sending failed: a server that wants no more says why, and then hangs up.
     const Message response(cupsGetResponse(http, resource.c_str()), &ippDelete);
     return failureOf(submission, connection, response,
-                     status == HTTP_STATUS_CONTINUE ? "after the document was sent" : "while the document was sent");
+                     status == HTTP_STATUS_CONTINUE ? "after the document was sent" : kWhileSent);
 }
 
 /// Asks for the job anew. Empty if the server knows it, with `note` telling why it waits, if it does.
@@ -262,25 +281,28 @@ JobResult failed(std::string error, int jobId = 0) {
 }
 
 JobResult submit(const Submission& submission, Documents& documents) {
+    Position position{.sent = 0, .all = documents.front().document.size()};
     Connection connection(submission.server, submission.limits.connect, submission.limits.response);
     if (!connection.isOpen())
         return failed(connection.unreachable(submission.server));
+    connection.askWhileWaiting([&] { return goesOn(submission, position); });
     std::string error;
     const int jobId = createJob(submission, connection, error);
     if (!error.empty())
         return failed(std::move(error));
     for (std::size_t index = 0; error.empty() && index < documents.size(); ++index)
-        error = sendDocument(submission, connection, jobId, documents[index], index + 1 == documents.size());
-    if (!error.empty()) {
-        if (removeJob(submission, jobId, connection.timedOut()))
-            return failed(std::move(error));
-        return failed(withLeftover(std::move(error), jobId), jobId);
-    }
+        error = sendDocument(submission, connection, jobId, documents[index], position, index + 1 == documents.size());
     std::string note;
-    error = readBack(submission, connection, jobId, note);
-    if (!error.empty())
-        return failed(withLeftover(std::move(error), jobId), jobId);
-    return {true, jobId, {}, {}, std::move(note)};
+    const bool isSent = error.empty();
+    if (isSent)
+        error = readBack(submission, connection, jobId, note);
+    if (error.empty())
+        return {true, jobId, {}, {}, std::move(note)};
+    // A job that was sent whole may be printing: it is removed only where that is wished.
+    if ((!isSent || connection.wasGivenUp()) &&
+        removeJob(submission, jobId, connection.timedOut() || connection.wasGivenUp()))
+        return failed(std::move(error));
+    return failed(withLeftover(std::move(error), jobId), jobId);
 }
 
 std::string refusalForSchedule(const JobRequest& request) {

@@ -136,10 +136,11 @@ struct Download {
     bool tooLarge = false;
 };
 
-Download download(const Connection& connection, const std::string& resource) {
+Download download(Connection& connection, const std::string& resource) {
     Download result;
     http_t* http = connection.http();
     httpClearFields(http);
+    connection.restartTime();
     if (httpGet(http, resource.c_str()) != 0)
         return result;
     do
@@ -150,7 +151,7 @@ Download download(const Connection& connection, const std::string& resource) {
         return result;
     }
     std::array<char, 16 * 1024> piece;
-    for (ssize_t count; (count = httpRead2(http, piece.data(), piece.size())) != 0;) {
+    for (ssize_t count; (count = httpRead2(http, piece.data(), piece.size())) != 0; connection.restartTime()) {
         if (count < 0 || connection.timedOut()) {
             result.status = HTTP_STATUS_ERROR;
             return result;

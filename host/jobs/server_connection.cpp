@@ -21,6 +21,7 @@ namespace {
 constexpr std::size_t kMaximumQueueNameBytes = 127; // a server's own limit
 constexpr std::size_t kMaximumHostNameBytes = 255;
 constexpr std::chrono::milliseconds kShortestLimit{1}; // none at all would mean for ever
+constexpr std::chrono::milliseconds kLongestWait{200}; // until we are asked whether to wait on
 constexpr std::chrono::milliseconds kLongestLimit = std::chrono::hours(24);
 
 std::optional<int> portNumber(std::string_view text) {
@@ -127,7 +128,7 @@ JobLimits boundedLimits(const JobLimits& limits) {
 }
 
 Connection::Connection(const Server& server, std::chrono::milliseconds connect, std::chrono::milliseconds response)
-    : http_(nullptr, &httpClose) {
+    : response_(response), wait_(std::min(response, kLongestWait)), http_(nullptr, &httpClose) {
     const Addresses addresses(httpAddrGetList(server.host.c_str(), AF_UNSPEC, std::to_string(server.port).c_str()),
                               &httpAddrFreeList);
     if (!addresses) {
@@ -138,7 +139,7 @@ Connection::Connection(const Server& server, std::chrono::milliseconds connect, 
     http_.reset(httpConnect2(server.host.c_str(), server.port, addresses.get(), AF_UNSPEC, cupsEncryption(), 1,
                              static_cast<int>(connect.count()), nullptr));
     if (http_) {
-        httpSetTimeout(http_.get(), std::chrono::duration<double>(response).count(), &Connection::giveUp, this);
+        httpSetTimeout(http_.get(), std::chrono::duration<double>(wait_).count(), &Connection::waitsOn, this);
         return;
     }
     connectError_ = cupsLastErrorString();
@@ -149,10 +150,13 @@ Connection::Connection(const Server& server, std::chrono::milliseconds connect, 
 }
 
 Message Connection::ask(Message request, const std::string& resource) {
+    restartTime();
     return Message(cupsDoRequest(http_.get(), request.release(), resource.c_str()), &ippDelete);
 }
 
 std::string Connection::cause() const {
+    if (wasGivenUp_)
+        return "it was given up";
     if (timedOut_)
         return "the server gives no sign of life";
     // The library has no words for a connection that ended where an answer should have begun.
@@ -166,9 +170,12 @@ std::string Connection::unreachable(const Server& server) const {
            "): check that it runs and that its address is right.";
 }
 
-int Connection::giveUp(http_t*, void* self) {
-    static_cast<Connection*>(self)->timedOut_ = true;
-    return 0;
+int Connection::waitsOn(http_t*, void* self) {
+    auto& connection = *static_cast<Connection*>(self);
+    connection.wasGivenUp_ = connection.goesOn_ && !connection.goesOn_();
+    connection.silence_ += connection.wait_;
+    connection.timedOut_ = connection.silence_ >= connection.response_;
+    return connection.wasGivenUp_ || connection.timedOut_ ? 0 : 1;
 }
 
 PasswordAnswers::PasswordAnswers(const PasswordPrompt& prompt, std::string server)

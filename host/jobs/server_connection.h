@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cups/cups.h>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -52,6 +53,13 @@ public:
     http_t* http() const { return http_.get(); }
     bool timedOut() const { return timedOut_; }
 
+    /// Is asked, a few times a second, whether to wait on for a server that says nothing; false ends the request.
+    void askWhileWaiting(std::function<bool()> goesOn) { goesOn_ = std::move(goesOn); }
+    bool wasGivenUp() const { return wasGivenUp_; } ///< by that answer
+
+    /// The server has shown that it lives, or begins to be asked: its time starts anew.
+    void restartTime() { silence_ = {}; }
+
     /// Null without an answer. An answer may still be a refusal.
     Message ask(Message request, const std::string& resource);
     /// Why the last request got no answer, in a few words.
@@ -60,9 +68,14 @@ public:
     std::string unreachable(const Server& server) const;
 
 private:
-    static int giveUp(http_t*, void* self);
+    static int waitsOn(http_t*, void* self);
 
+    std::chrono::milliseconds response_;
+    std::chrono::milliseconds wait_; // how often the library tells of silence
+    std::chrono::milliseconds silence_{};
+    std::function<bool()> goesOn_;
     bool timedOut_ = false;
+    bool wasGivenUp_ = false;
     std::string connectError_;
     std::unique_ptr<http_t, void (*)(http_t*)> http_;
 };

@@ -6,6 +6,7 @@
 #include <cups/cups.h>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 
 namespace host {
 namespace {
@@ -122,9 +123,10 @@ TEST_F(QueueRefusals, ADocumentThatVanishesWhileItIsSentArrivesWhole) {
 
 TEST_F(QueueRefusals, AQueueThatIsDeletedWhileTheDocumentIsSentIsNoSuccess) {
     server().addQueue("Short-lived", kRecordingPpd);
+    bool isDeleted = false;
     const JobResult result =
-        submitToQueue({server().socket(), "Short-lived"}, request(largeContents()), {}, [](std::uint64_t sent, auto) {
-            if (sent <= 64 * 1024)
+        submitToQueue({server().socket(), "Short-lived"}, request(largeContents()), {}, [&](std::uint64_t sent, auto) {
+            if (sent > 0 && !std::exchange(isDeleted, true))
                 server().deleteQueue("Short-lived");
             return true;
         });
@@ -204,8 +206,14 @@ protected:
         return result;
     }
 
+    void freezeOnce() {
+        if (!std::exchange(isFrozen_, true))
+            server_.freeze();
+    }
+
     PrivateCupsd server_;
     const test_support::TemporaryFolder folder_;
+    bool isFrozen_ = false;
 };
 
 TEST_P(QueueFailures, ADeadServerIsUnreachable) {
@@ -223,8 +231,8 @@ TEST_P(QueueFailures, AFrozenServerEndsInItsTime) {
 
 TEST_P(QueueFailures, AServerThatFreezesDuringTheDocumentEndsInItsTime) {
     const JobResult result = submit(request(largeContents()), [this](std::uint64_t sent, std::uint64_t) {
-        if (sent <= 64 * 1024)
-            server_.freeze();
+        if (sent > 0)
+            freezeOnce();
         return true;
     });
     EXPECT_THAT(result.error, AllOf(HasSubstr("no sign of life"), HasSubstr("while the document was sent"),
@@ -235,12 +243,24 @@ TEST_P(QueueFailures, AServerThatFreezesDuringTheDocumentEndsInItsTime) {
 TEST_P(QueueFailures, AServerThatFreezesAfterTheDocumentIsNoSuccess) {
     const JobResult result = submit(request(), [this](std::uint64_t sent, std::uint64_t all) {
         if (sent == all)
-            server_.freeze();
+            freezeOnce();
         return true;
     });
     EXPECT_THAT(result.error, AllOf(HasSubstr("no sign of life"), HasSubstr("after the document was sent"),
                                     HasSubstr("may still stand in the queue")));
     EXPECT_EQ(result.jobId, 1);
+}
+
+TEST_P(QueueFailures, AFrozenServersJobIsGivenUpAtOnce) {
+    const auto start = steady_clock::now();
+    const JobResult result = submitToQueue(queue(), request(), {.response = seconds(60)},
+                                           [this, &start](std::uint64_t sent, std::uint64_t all) {
+                                               if (sent == all)
+                                                   freezeOnce();
+                                               return !isFrozen_ || steady_clock::now() - start < milliseconds(500);
+                                           });
+    EXPECT_LT(steady_clock::now() - start, seconds(5));
+    EXPECT_THAT(result.error, AllOf(HasSubstr("given up"), HasSubstr("may still stand in the queue")));
 }
 
 TEST_P(QueueFailures, AServerKilledDuringTheDocumentIsNoSuccess) {
@@ -262,8 +282,10 @@ TEST_P(QueueFailures, AServerKilledAfterTheDocumentIsNoSuccess) {
 TEST_P(QueueFailures, AServerThatGoesOnInTimeIsASuccess) {
     std::thread thawing;
     const JobResult result = submitToQueue(queue(), request(), {}, [this, &thawing](std::uint64_t, std::uint64_t) {
-        server_.freeze();
-        thawing = std::thread([this] { server_.thaw(); });
+        if (!thawing.joinable()) {
+            server_.freeze();
+            thawing = std::thread([this] { server_.thaw(); });
+        }
         return true;
     });
     thawing.join();
