@@ -38,7 +38,7 @@ int main(int argumentCount, char* arguments[]) {
     const QPalette light = QApplication::palette();
     const char* const kPages[] = {"general", "print", "color", "summary"};
     for (const bool isDark : {false, true})
-        for (const std::string language : {"en", "ja"}) {
+        for (const std::string language : {"en", "ja", "de", "fr", "es", "zh_CN"}) {
             QApplication::setPalette(isDark ? darkPalette() : light);
             tests::WindowUnderTest window({.languages = {language}});
             for (int page = 0; page < 4; ++page) {
