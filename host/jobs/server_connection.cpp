@@ -61,6 +61,13 @@ bool readHostAndPort(std::string_view text, Server& server) {
 using Addresses = std::unique_ptr<http_addrlist_t, void (*)(http_addrlist_t*)>;
 
 thread_local PasswordAnswers* currentAnswers = nullptr;
+thread_local std::chrono::steady_clock::duration timeOfUsers{}; // that this thread's prompts took
+
+/// The time that passes for servers: it stands while a user is asked. The library waits also where it tells nothing of
+/// it, so it is read from the clock.
+std::chrono::steady_clock::time_point serversTime() {
+    return std::chrono::steady_clock::now() - timeOfUsers;
+}
 
 /// Connects once more, by the system's own means, and returns the error that this gives; 0 if it succeeds. For TCP and
 /// Unix sockets alike the library itself only says that the host is down.
@@ -128,7 +135,7 @@ JobLimits boundedLimits(const JobLimits& limits) {
 }
 
 Connection::Connection(const Server& server, std::chrono::milliseconds connect, std::chrono::milliseconds response)
-    : response_(response), wait_(std::min(response, kLongestWait)), http_(nullptr, &httpClose) {
+    : response_(response), http_(nullptr, &httpClose) {
     const Addresses addresses(httpAddrGetList(server.host.c_str(), AF_UNSPEC, std::to_string(server.port).c_str()),
                               &httpAddrFreeList);
     if (!addresses) {
@@ -139,7 +146,9 @@ Connection::Connection(const Server& server, std::chrono::milliseconds connect, 
     http_.reset(httpConnect2(server.host.c_str(), server.port, addresses.get(), AF_UNSPEC, cupsEncryption(), 1,
                              static_cast<int>(connect.count()), nullptr));
     if (http_) {
-        httpSetTimeout(http_.get(), std::chrono::duration<double>(wait_).count(), &Connection::waitsOn, this);
+        httpSetTimeout(http_.get(), std::chrono::duration<double>(std::min(response, kLongestWait)).count(),
+                       &Connection::waitsOn, this);
+        restartTime();
         return;
     }
     connectError_ = cupsLastErrorString();
@@ -170,11 +179,14 @@ std::string Connection::unreachable(const Server& server) const {
            "): check that it runs and that its address is right.";
 }
 
+void Connection::restartTime() {
+    lastSign_ = serversTime();
+}
+
 int Connection::waitsOn(http_t*, void* self) {
     auto& connection = *static_cast<Connection*>(self);
     connection.wasGivenUp_ = connection.goesOn_ && !connection.goesOn_();
-    connection.silence_ += connection.wait_;
-    connection.timedOut_ = connection.silence_ >= connection.response_;
+    connection.timedOut_ = serversTime() - connection.lastSign_ >= connection.response_;
     return connection.wasGivenUp_ || connection.timedOut_ ? 0 : 1;
 }
 
@@ -200,11 +212,14 @@ const char* PasswordAnswers::answer(const char*, http_t*, const char*, const cha
     std::optional<Credentials> given;
     if (++answers.attempts_ > kPasswordAttempts)
         return nullptr;
-    if (!isAgain && answers.outer_ != nullptr && answers.outer_->given_)
+    if (!isAgain && answers.outer_ != nullptr && answers.outer_->given_) {
         given = answers.outer_->given_;
-    else if (answers.prompt_)
+    } else if (answers.prompt_) {
+        const auto start = std::chrono::steady_clock::now();
         given = answers.prompt_(
             {.server = answers.server_, .user = plainText(cupsUser(), kMaximumTitleBytes), .isAgain = isAgain});
+        timeOfUsers += std::chrono::steady_clock::now() - start;
+    }
     if (!given) {
         answers.attempts_ = kPasswordAttempts; // whoever gave up is not asked again
         return nullptr;

@@ -58,7 +58,7 @@ public:
     bool wasGivenUp() const { return wasGivenUp_; } ///< by that answer
 
     /// The server has shown that it lives, or begins to be asked: its time starts anew.
-    void restartTime() { silence_ = {}; }
+    void restartTime();
 
     /// Null without an answer. An answer may still be a refusal.
     Message ask(Message request, const std::string& resource);
@@ -71,8 +71,7 @@ private:
     static int waitsOn(http_t*, void* self);
 
     std::chrono::milliseconds response_;
-    std::chrono::milliseconds wait_; // how often the library tells of silence
-    std::chrono::milliseconds silence_{};
+    std::chrono::steady_clock::time_point lastSign_;
     std::function<bool()> goesOn_;
     bool timedOut_ = false;
     bool wasGivenUp_ = false;

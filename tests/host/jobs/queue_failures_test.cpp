@@ -251,6 +251,18 @@ TEST_P(QueueFailures, AServerThatFreezesAfterTheDocumentIsNoSuccess) {
     EXPECT_EQ(result.jobId, 1);
 }
 
+TEST_P(QueueFailures, TheRemovalOfAFrozenServersJobTakesNoTimeOutOfItsOwn) {
+    constexpr JobLimits kLimits{.response = milliseconds(2500)};
+    const auto start = steady_clock::now();
+    const JobResult result = submitToQueue(queue(), request(), kLimits, [this](std::uint64_t sent, std::uint64_t all) {
+        if (sent == all)
+            freezeOnce();
+        return true;
+    });
+    EXPECT_LT(steady_clock::now() - start, kLimits.response + seconds(2));
+    EXPECT_THAT(result.error, HasSubstr("no sign of life for 2500 ms"));
+}
+
 TEST_P(QueueFailures, AFrozenServersJobIsGivenUpAtOnce) {
     const auto start = steady_clock::now();
     const JobResult result = submitToQueue(queue(), request(), {.response = seconds(60)},
