@@ -56,7 +56,7 @@ QString textWithMnemonic(const QString& text, QString& taken, const QString& pre
             continue;
         taken += letter;
         qsizetype end = text.size(); // before a colon and blanks that end it
-        while (end > 0 && (text[end - 1].isSpace() || text[end - 1] == u':' || text[end - 1] == u'…'))
+        while (end > 0 && (text[end - 1].isSpace() || QStringView(u":：…").contains(text[end - 1])))
             --end;
         return textWithoutMnemonic(text.left(end)) + QStringLiteral("(&%1)").arg(letter) +
                textWithoutMnemonic(text.mid(end));

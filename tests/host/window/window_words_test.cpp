@@ -102,6 +102,7 @@ private slots:
     void textsWithoutLatinLettersGetTheirMnemonicInBrackets() {
         QString taken = "A";
         QCOMPARE(textWithMnemonic("用紙: ", taken), QString("用紙(&B): "));
+        QCOMPARE(textWithMnemonic("纸张：", taken), QString("纸张(&C)："));
     }
 
     void preferredLettersComeFirstInBrackets() {
