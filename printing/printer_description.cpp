@@ -217,6 +217,10 @@ std::optional<std::pair<double, double>> customSize(std::string_view choice) {
     return std::nullopt;
 }
 
+std::string cannotBeUsed(const std::string& path) {
+    return "The PPD \"" + cleanText(path) + "\" cannot be used: ";
+}
+
 } // namespace
 
 const Choice* Option::choice(std::string_view wanted) const {
@@ -314,32 +318,39 @@ struct PrinterDescription::Record {
 PrinterDescription::PrinterDescription() : record_(std::make_unique<Record>()) {}
 PrinterDescription::~PrinterDescription() = default;
 
-std::unique_ptr<PrinterDescription>
-PrinterDescription::openFile(const std::string& path, const std::vector<std::string>& languages, std::string& error) {
-    const std::string what = "The PPD \"" + cleanText(path) + "\" cannot be used: ";
+std::optional<std::string> PrinterDescription::readFile(const std::string& path, std::string& error) {
+    const std::string what = cannotBeUsed(path);
     // Not blocking: a FIFO must not hold us up before we know that it is one.
     const CloseDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     struct stat status {};
     if (file.number < 0 || ::fstat(file.number, &status) != 0) {
         error = what + systemError() + ".";
-        return nullptr;
+        return std::nullopt;
     }
     if (!S_ISREG(status.st_mode)) {
         error = what + (S_ISDIR(status.st_mode) ? "it is a folder." : "it is not a regular file.");
-        return nullptr;
+        return std::nullopt;
     }
     if (static_cast<std::uint64_t>(status.st_size) > kLargestFile) {
         error = what + "it is larger than 4 MB.";
-        return nullptr;
+        return std::nullopt;
     }
     std::string text;
     if (!readAll(file.number, text)) {
         error = what + systemError() + ".";
-        return nullptr;
+        return std::nullopt;
     }
-    auto description = openText(text, languages, error);
+    return text;
+}
+
+std::unique_ptr<PrinterDescription>
+PrinterDescription::openFile(const std::string& path, const std::vector<std::string>& languages, std::string& error) {
+    const auto text = readFile(path, error);
+    if (!text)
+        return nullptr;
+    auto description = openText(*text, languages, error);
     if (description == nullptr)
-        error = what + error;
+        error = cannotBeUsed(path) + error;
     return description;
 }
 

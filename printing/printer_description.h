@@ -50,6 +50,8 @@ public:
     /// The largest PPD that is opened.
     static constexpr std::size_t kLargestFile = 4 << 20; // bytes
 
+    /// The text of a regular file of at most 4 MB, as openText() takes it; nullopt and an `error` like openFile()'s.
+    [[nodiscard]] static std::optional<std::string> readFile(const std::string& path, std::string& error);
     /// Opens a regular file of at most 4 MB. Texts are given in the first of these languages that the PPD has
     /// translations for. Nothing is marked yet. Null where it cannot be used; `error` then says what, where and why.
     [[nodiscard]] static std::unique_ptr<PrinterDescription>

@@ -29,6 +29,12 @@ enum LongOption {
     kNoDialog,
     kNoAlerts,
     kStopOnAlert,
+    kPreset,
+    kPresets,
+    kSavePreset,
+    kRenamePreset,
+    kDeletePreset,
+    kSystem,
     kHelp,
     kVersion,
 };
@@ -45,6 +51,12 @@ constexpr option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
                                    {"no-dialog", no_argument, nullptr, kNoDialog},
                                    {"no-alerts", no_argument, nullptr, kNoAlerts},
                                    {"stop-on-alert", no_argument, nullptr, kStopOnAlert},
+                                   {"preset", required_argument, nullptr, kPreset},
+                                   {"presets", no_argument, nullptr, kPresets},
+                                   {"save-preset", required_argument, nullptr, kSavePreset},
+                                   {"rename-preset", required_argument, nullptr, kRenamePreset},
+                                   {"delete-preset", required_argument, nullptr, kDeletePreset},
+                                   {"system", no_argument, nullptr, kSystem},
                                    {"help", no_argument, nullptr, kHelp},
                                    {"version", no_argument, nullptr, kVersion},
                                    {nullptr, 0, nullptr, 0}};
@@ -132,6 +144,23 @@ std::string readLetter(int letter, const std::string& value, Arguments& read) {
     case kBundle:
         read.bundle = value;
         return {};
+    case kPreset:
+        read.preset = value;
+        return value.empty() ? "The option --preset needs a preset's name." : "";
+    case kSavePreset:
+        read.savedPreset = value;
+        return value.empty() ? "The option --save-preset needs a name." : "";
+    case kDeletePreset:
+        read.deletedPreset = value;
+        return value.empty() ? "The option --delete-preset needs a preset's name." : "";
+    case kRenamePreset: {
+        const std::size_t equals = value.find('=');
+        read.renamedPreset = value.substr(0, equals);
+        read.newPresetName = equals == std::string::npos ? "" : value.substr(equals + 1);
+        return read.renamedPreset.empty() || read.newPresetName.empty()
+                   ? "The option --rename-preset needs two names, OLD=NEW, not " + quotedText(value) + "."
+                   : "";
+    }
     default:
         return {};
     }
@@ -143,6 +172,8 @@ void readFlag(int flag, Arguments& read) {
                                                             {kCheck, &Arguments::check},
                                                             {kExplain, &Arguments::explain},
                                                             {kSummary, &Arguments::summary},
+                                                            {kPresets, &Arguments::listsPresets},
+                                                            {kSystem, &Arguments::isForEveryone},
                                                             {kNoAlerts, &Arguments::hidesAlerts},
                                                             {kStopOnAlert, &Arguments::stopsOnAlert},
                                                             {kHelp, &Arguments::showsHelp},
@@ -154,10 +185,22 @@ void readFlag(int flag, Arguments& read) {
 
 /// What is wrong with the arguments together; empty if nothing is.
 std::string contradiction(const Arguments& read, bool dialogWasAskedFor) {
-    if (read.json && !read.dryRun)
-        return "The option --json goes with --dry-run.";
+    if (read.json && !read.dryRun && !read.listsPresets)
+        return "The option --json goes with --dry-run or --presets.";
     if (dialogWasAskedFor && read.onlyReports())
         return "The option --dialog does not go with --dry-run, --check, --explain or --summary.";
+    if (dialogWasAskedFor && read.managesPresets())
+        return "The option --dialog does not go with what lists or changes presets.";
+    const int tasks = static_cast<int>(read.onlyReports()) + static_cast<int>(!read.job.empty()) +
+                      static_cast<int>(read.listsPresets) + static_cast<int>(!read.savedPreset.empty()) +
+                      static_cast<int>(!read.renamedPreset.empty()) + static_cast<int>(!read.deletedPreset.empty());
+    if (read.managesPresets() && tasks > 1)
+        return "What lists or changes presets goes alone: one of --presets, --save-preset, --rename-preset and "
+               "--delete-preset.";
+    if (read.managesPresets() && !read.files.empty())
+        return "What lists or changes presets prints nothing: it takes no files.";
+    if (read.isForEveryone && !read.changesPresets())
+        return "The option --system goes with --save-preset, --rename-preset or --delete-preset.";
     if (dialogWasAskedFor && !read.job.empty())
         return "The option --dialog does not go with -i.";
     if (!read.job.empty() && !read.files.empty())
@@ -202,7 +245,7 @@ Arguments readArguments(const std::vector<std::string>& arguments, std::string& 
         return read;
     for (int index = optind; index < count; ++index)
         read.files.emplace_back(pointers[static_cast<std::size_t>(index)]);
-    read.showsDialog = dialog.value_or(read.program != kLp) && !read.onlyReports() && read.job.empty();
+    read.showsDialog = dialog.value_or(read.program != kLp) && read.prints() && read.job.empty();
     error = contradiction(read, dialog.value_or(false));
     return read;
 }
@@ -235,6 +278,13 @@ std::string usage(const std::string& program) {
            "  --ppd FILE           use this PPD instead of the queue's\n"
            "  --to FOLDER          print to a folder: a copy of each document, and a ticket\n"
            "  --bundle PATH        use this plug-in bundle\n"
+           "\n"
+           "Presets, named sets of choices for a queue:\n"
+           "  --preset NAME        choose what the preset holds, then what -o says\n"
+           "  --presets [--json]   list them\n"
+           "  --save-preset NAME   keep what -d and -o choose under this name; print by -d QUEUE/NAME or --preset\n"
+           "  --rename-preset OLD=NEW, --delete-preset NAME\n"
+           "  --system             change those of every user\n"
            "\n"
            "Without printing:\n"
            "  --dry-run [--json]   show the options that would be sent\n"

@@ -26,6 +26,13 @@ struct Arguments {
     bool restarts = false; ///< the job to change is printed again
 
     bool showsDialog = false;
+    std::string preset;      ///< of the queue; its choices are made before the options
+    std::string savedPreset; ///< the name under which the settled options are kept, instead of printing
+    std::string deletedPreset;
+    std::string renamedPreset, newPresetName;
+    bool listsPresets = false;
+    bool isForEveryone = false; ///< the presets are the system's, not the user's
+
     bool dryRun = false, json = false, check = false, explain = false, summary = false;
     bool hidesAlerts = false, stopsOnAlert = false;
     bool showsHelp = false, showsVersion = false;
@@ -35,6 +42,12 @@ struct Arguments {
 
     /// Only tells what would be printed.
     [[nodiscard]] bool onlyReports() const { return dryRun || check || explain || summary; }
+    /// Changes or lists presets.
+    [[nodiscard]] bool managesPresets() const { return listsPresets || changesPresets(); }
+    [[nodiscard]] bool changesPresets() const {
+        return !savedPreset.empty() || !deletedPreset.empty() || !renamedPreset.empty();
+    }
+    [[nodiscard]] bool prints() const { return !onlyReports() && !managesPresets(); }
 };
 
 /// Reads the arguments, the first of which is the program's own name: called as "lp" it shows no dialog unless it is

@@ -8,6 +8,7 @@
 #include "host/jobs/folder_submission.h"
 #include "host/jobs/job_changes.h"
 #include "host/jobs/job_text.h"
+#include "host/jobs/presets.h"
 #include "host/jobs/queue_submission.h"
 #include "host/jobs/queues.h"
 #include "host/session/plug_in.h"
@@ -17,9 +18,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <unistd.h>
 
@@ -72,10 +71,13 @@ private:
     }
     [[nodiscard]] std::string spoolDocuments();
     [[nodiscard]] std::string findQueue();
+    [[nodiscard]] std::string takePreset(const QueueList& list);
     [[nodiscard]] std::string readPpd();
     [[nodiscard]] std::string destination() const;
     void putOwnFields();
     int changeSentJob();
+    int managePresets();
+    int keepPreset(const PreparedJob& job);
     int runDialog();
     int prepareAndPrint();
     int report(PreparedJob& job);
@@ -123,7 +125,7 @@ std::string PrintCommand::findQueue() {
         arguments_.queue = found->name;
         arguments_.instance = found->instance;
         source_.kept = found->options;
-        return {};
+        return arguments_.preset.empty() ? "" : takePreset(list);
     }
     if (arguments_.queue.empty()) {
         const NamedDefault named = defaultOfEnvironment();
@@ -139,6 +141,18 @@ std::string PrintCommand::findQueue() {
                        : "There is no queue " + quotedText(arguments_.queue) + ": name another one by -d.";
 }
 
+/// Empty, or why the queue has no such preset.
+std::string PrintCommand::takePreset(const QueueList& list) {
+    const auto found = std::ranges::find_if(list.queues, [&](const Queue& each) {
+        return each.name == arguments_.queue && each.instance == arguments_.preset;
+    });
+    if (found == list.queues.end())
+        return "The queue " + quotedText(arguments_.queue) + " has no preset " + quotedText(arguments_.preset) +
+               ": see --presets.";
+    source_.preset = found->options;
+    return {};
+}
+
 /// Reads the PPD that is used. Empty, or why it cannot be read.
 std::string PrintCommand::readPpd() {
     if (arguments_.ppd.empty()) {
@@ -147,13 +161,12 @@ std::string PrintCommand::readPpd() {
         source_.ppdName = "The PPD of the queue " + quotedText(arguments_.queue);
         return fetched.error;
     }
-    std::string error; // opened first: only a regular file of a sensible size passes
-    if (printing::PrinterDescription::openFile(arguments_.ppd, source_.languages, error) == nullptr)
-        return error;
-    std::ifstream file(arguments_.ppd, std::ios::binary);
-    source_.ppdText.assign(std::istreambuf_iterator<char>(file), {});
+    std::string error;
+    source_.ppdText = printing::PrinterDescription::readFile(arguments_.ppd, error).value_or("");
     source_.ppdName = "The PPD " + quotedText(arguments_.ppd);
-    return {};
+    if (error.empty() && source_.ppdText.empty())
+        error = source_.ppdName + " cannot be used: it is empty.";
+    return error;
 }
 
 std::string PrintCommand::destination() const {
@@ -170,7 +183,49 @@ int PrintCommand::run() {
         ::setenv("CUPS_ENCRYPTION", "Required", 1);
     if (!arguments_.job.empty())
         return changeSentJob();
+    if (arguments_.managesPresets() && arguments_.savedPreset.empty())
+        return managePresets();
     return arguments_.showsDialog ? runDialog() : prepareAndPrint();
+}
+
+int PrintCommand::managePresets() {
+    if (arguments_.listsPresets) {
+        QueueList list = listQueues(arguments_.server);
+        if (!list.error.empty())
+            return fail(kExitNotPrinted, list.error);
+        if (!arguments_.queue.empty())
+            std::erase_if(list.queues, [&](const Queue& each) { return each.name != arguments_.queue; });
+        if (!arguments_.queue.empty() && list.queues.empty())
+            return fail(kExitNotPrinted, "There is no queue " + quotedText(arguments_.queue) + ".");
+        (arguments_.json ? writePresetsAsJson : writePresets)(std::cout, list.queues);
+        std::cout.flush();
+        return kExitDone;
+    }
+    if (arguments_.queue.empty()) // a queue that is named need not be there any more
+        if (const std::string error = findQueue(); !error.empty())
+            return fail(kExitNotPrinted, error);
+    const bool isRenaming = !arguments_.renamedPreset.empty();
+    const PresetName preset{.queue = arguments_.queue,
+                            .name = isRenaming ? arguments_.renamedPreset : arguments_.deletedPreset,
+                            .owner = arguments_.isForEveryone ? PresetOwner::Everyone : PresetOwner::User};
+    const std::string failure = isRenaming ? renamePreset(preset, arguments_.newPresetName) : deletePreset(preset);
+    return failure.empty() ? kExitDone : fail(kExitNotPrinted, failure);
+}
+
+int PrintCommand::keepPreset(const PreparedJob& job) {
+    std::vector<JobOption> options = job.options();
+    if (request_.copies != 1)
+        options.push_back({"copies", std::to_string(request_.copies)});
+    const std::string failure =
+        savePreset({.queue = arguments_.queue,
+                    .name = arguments_.savedPreset,
+                    .owner = arguments_.isForEveryone ? PresetOwner::Everyone : PresetOwner::User},
+                   options);
+    if (!failure.empty())
+        return fail(kExitNotPrinted, failure);
+    if (!arguments_.isSilent)
+        std::cout << "preset is " << arguments_.queue << "/" << arguments_.savedPreset << std::endl;
+    return kExitDone;
 }
 
 int PrintCommand::changeSentJob() {
@@ -202,7 +257,11 @@ int PrintCommand::runDialog() {
     DialogEntry* const dialog = loadDialog(error);
     if (dialog == nullptr)
         return fail(kExitNoDialog, error);
-    std::vector<JobOption> choices = arguments_.options;
+    if (!arguments_.preset.empty())
+        if (error = findQueue(); !error.empty())
+            return fail(kExitNotPrinted, error);
+    std::vector<JobOption> choices = std::move(source_.preset);
+    choices.insert(choices.end(), arguments_.options.begin(), arguments_.options.end());
     for (const std::string& complaint : takeJobFields(choices, request_))
         note(complaint);
     putOwnFields();
@@ -228,8 +287,8 @@ int PrintCommand::prepareAndPrint() {
     source_.languages = toolkit::preferredLanguages();
     source_.bundle = bundle();
     source_.defaults = &defaults_;
-    const bool needsQueue =
-        arguments_.ppd.empty() || !arguments_.queue.empty() || (arguments_.folder.empty() && !arguments_.onlyReports());
+    const bool needsQueue = arguments_.ppd.empty() || !arguments_.queue.empty() || !arguments_.preset.empty() ||
+                            (arguments_.folder.empty() && !arguments_.onlyReports());
     std::string error;
     if (needsQueue)
         error = findQueue();
@@ -240,11 +299,12 @@ int PrintCommand::prepareAndPrint() {
 
     source_.given = arguments_.options;
     takeJobFields(source_.kept, request_);
+    takeJobFields(source_.preset, request_);
     for (const std::string& complaint : takeJobFields(source_.given, request_))
         note(complaint);
     putOwnFields();
 
-    if (!arguments_.onlyReports())
+    if (arguments_.prints())
         if (error = spoolDocuments(); !error.empty())
             return fail(kExitNotPrinted, error);
     TerminalAlerts alerts(arguments_.hidesAlerts ? nullptr : &std::cerr, arguments_.program,
@@ -258,6 +318,8 @@ int PrintCommand::prepareAndPrint() {
     for (const std::string& problem : job->problems())
         if (!arguments_.check) // which tells them itself
             note(problem);
+    if (!arguments_.savedPreset.empty())
+        return keepPreset(*job);
     const bool prints = job->shouldPrint() && !(arguments_.stopsOnAlert && alerts.wasShown());
     request_.options = job->options();
     if (arguments_.onlyReports()) {

@@ -107,7 +107,7 @@ JobStep& PreparedJob::step(std::string what, const std::string& chosen, Action&&
 std::unique_ptr<PreparedJob> PreparedJob::prepare(JobSource source, std::string& error) {
     std::unique_ptr<PreparedJob> job(new PreparedJob());
     if (source.ppdText.empty()) {
-        for (const auto* list : {&source.kept, &source.given})
+        for (const auto* list : {&source.kept, &source.preset, &source.given})
             for (const JobOption& option : *list)
                 put(job->attributes_, option);
         return job;
@@ -128,8 +128,15 @@ bool PreparedJob::open(JobSource& source, std::string& error) {
     PrinterDescription& description = *options.description;
     description.markDefaults();
     const std::set<std::string> installable = installableOptions(source.ppdText);
-    readOptions(source.kept, description, installable, false);
-    readOptions(source.given, description, installable, true);
+    std::vector<JobOption> presetChoices;
+    readOptions(source.kept, description, installable, keptChoices_);
+    readOptions(source.preset, description, installable, presetChoices);
+    readOptions(source.given, description, installable, givenChoices_);
+    for (const JobOption& choice : presetChoices)
+        if (std::ranges::find(givenChoices_, choice.name, &JobOption::name) == givenChoices_.end()) {
+            givenChoices_.push_back(choice);
+            presetsOptions_.insert(choice.name);
+        }
     for (const JobOption& choice : keptChoices_)
         description.mark(choice.name, choice.value);
     // The host's own controls that panels read as they are restored.
@@ -152,12 +159,13 @@ bool PreparedJob::open(JobSource& source, std::string& error) {
 }
 
 void PreparedJob::readOptions(const std::vector<JobOption>& options, const PrinterDescription& description,
-                              const std::set<std::string>& installable, bool areGiven) {
+                              const std::set<std::string>& installable, std::vector<JobOption>& choices) {
+    const bool areGiven = &choices == &givenChoices_;
     for (const JobOption& each : options)
         for (const MeantOption& meant : meaningOf(each, description, installable))
             switch (meant.kind) {
             case OptionKind::Choice:
-                put(areGiven ? givenChoices_ : keptChoices_, meant.option);
+                put(choices, meant.option);
                 break;
             case OptionKind::PrintSetting:
                 put(settings_, meant.option);
@@ -202,7 +210,13 @@ void PreparedJob::choose() {
     tellConflicts();
 }
 
+bool PreparedJob::holdsAlready(const JobOption& choice) const {
+    return presetsOptions_.contains(choice.name) && session_->description().markedChoice(choice.name) == choice.value;
+}
+
 void PreparedJob::chooseOutside(const JobOption& choice) {
+    if (holdsAlready(choice))
+        return;
     step(inWords(choice), choice.name, [&](JobStep& made) {
         if (choice.name == keywords::kPageSize) {
             session_->setPaper(session_->paperForPageSize(choice.value), hasPanels_);
@@ -215,6 +229,8 @@ void PreparedJob::chooseOutside(const JobOption& choice) {
 }
 
 void PreparedJob::chooseOnPanel(CVPrintQualityPDE& panel, const JobOption& choice) {
+    if (holdsAlready(choice)) // a preset's mark of an adjustment must not take the place of its print setting
+        return;
     const JobStep& made = step(inWords(choice), choice.name, [&](JobStep& unfinished) {
         toolkit::View* const control = controlFor(panel, choice.name);
         if (dynamic_cast<toolkit::NumberField*>(control) != nullptr)

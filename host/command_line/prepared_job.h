@@ -22,10 +22,11 @@ struct JobStep {
 
 /// What a job is prepared from.
 struct JobSource {
-    std::string ppdText;          ///< empty: the queue has no PPD
-    std::string ppdName;          ///< as sentences call it
-    std::vector<JobOption> kept;  ///< what the user and the system keep for the queue
-    std::vector<JobOption> given; ///< on the command line
+    std::string ppdText;           ///< empty: the queue has no PPD
+    std::string ppdName;           ///< as sentences call it
+    std::vector<JobOption> kept;   ///< what the user and the system keep for the queue
+    std::vector<JobOption> preset; ///< chosen like the given ones, unless it holds already; the given ones go before
+    std::vector<JobOption> given;  ///< on the command line
     std::filesystem::path bundle;
     std::vector<std::string> languages;        ///< never empty
     TerminalAlerts* alerts = nullptr;          ///< borrowed; never null; outlives the job
@@ -60,7 +61,8 @@ private:
     PreparedJob() = default;
     bool open(JobSource& source, std::string& error);
     void readOptions(const std::vector<JobOption>& options, const printing::PrinterDescription& description,
-                     const std::set<std::string>& installable, bool areGiven);
+                     const std::set<std::string>& installable, std::vector<JobOption>& choices);
+    [[nodiscard]] bool holdsAlready(const JobOption& choice) const;
     void choose();
     void chooseOnPanel(CVPrintQualityPDE& panel, const JobOption& choice);
     void chooseOutside(const JobOption& choice);
@@ -72,6 +74,7 @@ private:
     std::shared_ptr<Session> session_; ///< null: the queue has no PPD
     bool hasPanels_ = false;
     std::vector<JobOption> keptChoices_, givenChoices_; ///< of the PPD; one for each option
+    std::set<std::string> presetsOptions_;              ///< of the given choices those that only the preset makes
     std::vector<JobOption> settings_, attributes_;      ///< one for each name
     std::set<std::string> adjustments_;                 ///< choices that are numbers in the print settings, not marks
     std::vector<JobStep> steps_;

@@ -5,6 +5,20 @@
 #include <nlohmann/json.hpp>
 
 namespace host {
+namespace {
+
+nlohmann::ordered_json jsonOf(const std::vector<JobOption>& options) {
+    nlohmann::ordered_json json = nlohmann::ordered_json::object();
+    for (const JobOption& option : options)
+        json[option.name] = option.value;
+    return json;
+}
+
+void writeJson(std::ostream& stream, const nlohmann::ordered_json& json) {
+    stream << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
+}
+
+} // namespace
 
 void writeOptions(std::ostream& stream, const PlannedJob& job) {
     stream << "destination: " << job.destination << "\ntitle: " << job.title << "\ncopies: " << job.copies << "\n";
@@ -13,12 +27,24 @@ void writeOptions(std::ostream& stream, const PlannedJob& job) {
 }
 
 void writeOptionsAsJson(std::ostream& stream, const PlannedJob& job) {
-    nlohmann::ordered_json options = nlohmann::ordered_json::object();
-    for (const JobOption& option : job.options)
-        options[option.name] = option.value;
-    const nlohmann::ordered_json json = {
-        {"destination", job.destination}, {"title", job.title}, {"copies", job.copies}, {"options", options}};
-    stream << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
+    writeJson(stream, {{"destination", job.destination},
+                       {"title", job.title},
+                       {"copies", job.copies},
+                       {"options", jsonOf(job.options)}});
+}
+
+void writePresets(std::ostream& stream, const std::vector<Queue>& queues) {
+    for (const Queue& each : queues)
+        if (!each.instance.empty())
+            stream << each.name << "/" << plainText(each.instance, each.instance.size()) << "\n";
+}
+
+void writePresetsAsJson(std::ostream& stream, const std::vector<Queue>& queues) {
+    nlohmann::ordered_json presets = nlohmann::ordered_json::array();
+    for (const Queue& each : queues)
+        if (!each.instance.empty())
+            presets.push_back({{"queue", each.name}, {"name", each.instance}, {"options", jsonOf(each.options)}});
+    writeJson(stream, presets);
 }
 
 void writeExplanation(std::ostream& stream, const PreparedJob& job) {

@@ -2,6 +2,7 @@
 
 #include "host/command_line/prepared_job.h"
 #include "host/jobs/job.h"
+#include "host/jobs/queues.h"
 
 #include <ostream>
 #include <string>
@@ -21,6 +22,10 @@ void writeOptions(std::ostream& stream, const PlannedJob& job);
 /// One object: "destination", "title", "copies", and "options" with names and values.
 void writeOptionsAsJson(std::ostream& stream, const PlannedJob& job);
 void writeExplanation(std::ostream& stream, const PreparedJob& job);
+/// One line "Queue/name" for each preset among the queues.
+void writePresets(std::ostream& stream, const std::vector<Queue>& queues);
+/// A list of objects: "queue", "name", and "options" with names and values.
+void writePresetsAsJson(std::ostream& stream, const std::vector<Queue>& queues);
 void writeSummary(std::ostream& stream, PreparedJob& job);
 
 } // namespace host

@@ -1,6 +1,7 @@
 #include "host/jobs/option_encoding.h"
 
 #include "host/jobs/job_text.h"
+#include "host/jobs/option_parsing.h"
 
 #include <algorithm>
 #include <array>
@@ -67,24 +68,10 @@ std::vector<JobOption> effectiveOptions(const std::vector<JobOption>& options) {
     return effective;
 }
 
-/// The option as a server writes it into its filters' argument.
-std::string filterArgument(const JobOption& option) {
-    std::string argument = option.name + "=";
-    for (const char byte : option.value) {
-        if (std::string_view(" \t\n\\'\"").find(byte) != std::string_view::npos)
-            argument += '\\';
-        argument += byte;
-    }
-    return argument;
-}
-
 /// Does a filter that parses its argument read this very option, and nothing besides?
 bool survivesParsing(const JobOption& option) {
-    cups_option_t* parsed = nullptr;
-    const int count = cupsParseOptions(filterArgument(option).c_str(), 0, &parsed);
-    const bool same = count == 1 && option.name == parsed[0].name && option.value == parsed[0].value;
-    cupsFreeOptions(count, parsed);
-    return same;
+    const std::vector<JobOption> parsed = parsedOptions(optionText(option));
+    return parsed.size() == 1 && option.name == parsed[0].name && option.value == parsed[0].value;
 }
 
 std::string rangeText(ipp_attribute_t* attribute, int index) {
@@ -223,7 +210,7 @@ std::string refusalForOptions(const std::vector<JobOption>& options) {
         if (twin != option)
             return "The options " + quotedText(twin->name) + " and " + quotedText(option->name) +
                    " differ only in case, and a print server takes them for one: leave one out.";
-        bytes += filterArgument(*option).size() + 1;
+        bytes += optionText(*option).size() + 1;
     }
     if (bytes > kMaximumOptionBytes)
         return "The job's options have " + std::to_string(bytes) + " bytes together: shorten them to " +

@@ -2,6 +2,7 @@
 
 #include <cups/cups.h>
 #include <cups/pwg.h>
+#include <string_view>
 
 namespace host {
 
@@ -13,6 +14,16 @@ std::vector<JobOption> parsedOptions(const std::string& text) {
         options.push_back({parsed[index].name, parsed[index].value});
     cupsFreeOptions(count, parsed);
     return options;
+}
+
+std::string optionText(const JobOption& option) {
+    std::string text = option.name + "=";
+    for (const char byte : option.value) {
+        if (std::string_view(" \t\n\\'\"").find(byte) != std::string_view::npos)
+            text += '\\';
+        text += byte;
+    }
+    return text;
 }
 
 std::string pageSizeOfMedia(const std::string& media) {

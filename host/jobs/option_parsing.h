@@ -12,6 +12,9 @@ namespace host {
 /// the last.
 [[nodiscard]] std::vector<JobOption> parsedOptions(const std::string& text);
 
+/// The option as servers write it for their filters, and lpoptions files for everyone; parsedOptions() reads it back.
+[[nodiscard]] std::string optionText(const JobOption& option);
+
 /// The page size that a PPD would name for a standard media name ("iso_a4_210x297mm": "A4"); empty where there is none.
 [[nodiscard]] std::string pageSizeOfMedia(const std::string& media);
 
