@@ -3,6 +3,7 @@
 #include "host/jobs/job_text.h"
 #include "host/jobs/option_parsing.h"
 
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <getopt.h>
@@ -64,6 +65,13 @@ constexpr option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
 // A colon first: we word what is wrong ourselves.
 constexpr const char* kLetters = ":Ecd:h:i:mn:o:P:q:st:U:H:";
 
+/// An option as it is written: "-d" or "--ppd".
+std::string nameOf(int found) {
+    const auto* known = std::ranges::find(kLongOptions, found, &option::val);
+    return known == std::end(kLongOptions) ? std::string("-") + static_cast<char>(found)
+                                           : std::string("--") + known->name;
+}
+
 /// nullopt where the text is no whole number between these.
 std::optional<int> numberBetween(std::string_view text, int least, int most) {
     int number = 0;
@@ -73,7 +81,41 @@ std::optional<int> numberBetween(std::string_view text, int least, int most) {
     return number;
 }
 
-void readHold(std::string_view word, Arguments& read) {
+/// The words of print servers for a time, and a time of the day: "18:30" or "18:30:15".
+bool isHoldTime(std::string_view word) {
+    constexpr std::string_view kWords[] = {kIndefinite, kNoHold,   "day-time",     "evening",
+                                           "night",     "weekend", "second-shift", "third-shift"};
+    if (std::ranges::find(kWords, word) != std::end(kWords))
+        return true;
+    const std::size_t colon = word.find(':'), second = word.find(':', colon + 1);
+    return colon != word.npos && numberBetween(word.substr(0, colon), 0, 23) &&
+           numberBetween(word.substr(colon + 1, second == word.npos ? second : second - colon - 1), 0, 59) &&
+           (second == word.npos || numberBetween(word.substr(second + 1), 0, 59));
+}
+
+/// "1-3,5,8-": rising, and without overlaps.
+bool arePageRanges(std::string_view text) {
+    constexpr int kLastPage = 1'000'000'000;
+    int least = 1;
+    for (bool isLast = false; !isLast;) {
+        const std::size_t comma = text.find(',');
+        const std::string_view range = text.substr(0, comma);
+        const std::size_t dash = range.find('-');
+        const auto first = numberBetween(range.substr(0, dash), least, kLastPage);
+        isLast = comma == text.npos;
+        const bool isOpen = isLast && dash != range.npos && dash + 1 == range.size();
+        const auto last = dash == range.npos ? first
+                          : isOpen           ? std::optional(kLastPage)
+                                             : numberBetween(range.substr(dash + 1), first.value_or(least), kLastPage);
+        if (!first || !last)
+            return false;
+        least = *last + 1;
+        text.remove_prefix(isLast ? text.size() : comma + 1);
+    }
+    return true;
+}
+
+std::string readHold(std::string_view word, Arguments& read) {
     if (word == "hold") {
         read.holdUntil = kIndefinite;
     } else if (word == "resume" || word == "release") {
@@ -83,9 +125,14 @@ void readHold(std::string_view word, Arguments& read) {
         read.priority = kFirstPriority;
     } else if (word == "restart") {
         read.restarts = true;
-    } else {
+    } else if (isHoldTime(word)) {
         read.holdUntil = word;
+    } else {
+        return "A job cannot be held until " + quotedText(word) +
+               ": say hold, resume, immediate, restart, HH:MM (UTC), or indefinite, day-time, evening, night, weekend, "
+               "second-shift, third-shift.";
     }
+    return {};
 }
 
 /// Empty, or what is wrong with the value.
@@ -112,6 +159,8 @@ std::string readLetter(int letter, const std::string& value, Arguments& read) {
         return options.empty() ? "The option -o needs a name and a value, not " + quotedText(value) + "." : "";
     }
     case 'P':
+        if (!arePageRanges(value))
+            return "The pages must be like 1-3,5,8- and rising, not " + quotedText(value) + ".";
         read.options.push_back({"page-ranges", value});
         return {};
     case 'q':
@@ -124,8 +173,7 @@ std::string readLetter(int letter, const std::string& value, Arguments& read) {
         read.user = value;
         return {};
     case 'H':
-        readHold(value, read);
-        return {};
+        return readHold(value, read);
     case 'E':
         read.encrypts = true;
         return {};
@@ -146,13 +194,13 @@ std::string readLetter(int letter, const std::string& value, Arguments& read) {
         return {};
     case kPreset:
         read.preset = value;
-        return value.empty() ? "The option --preset needs a preset's name." : "";
+        return {};
     case kSavePreset:
         read.savedPreset = value;
-        return value.empty() ? "The option --save-preset needs a name." : "";
+        return {};
     case kDeletePreset:
         read.deletedPreset = value;
-        return value.empty() ? "The option --delete-preset needs a preset's name." : "";
+        return {};
     case kRenamePreset: {
         const std::size_t equals = value.find('=');
         read.renamedPreset = value.substr(0, equals);
@@ -238,7 +286,10 @@ Arguments readArguments(const std::vector<std::string>& arguments, std::string& 
             dialog = found == kDialog;
         } else {
             readFlag(found, read);
-            error = readLetter(found, optarg == nullptr ? "" : optarg, read);
+            // Only a title may be empty: then it is the document's name.
+            error = optarg != nullptr && *optarg == '\0' && found != 't'
+                        ? "The option " + nameOf(found) + " needs a value that is not empty; see --help."
+                        : readLetter(found, optarg == nullptr ? "" : optarg, read);
         }
     }
     if (!error.empty())

@@ -5,9 +5,11 @@
 #include "host/command_line/prepared_job.h"
 #include "host/command_line/reports.h"
 #include "host/command_line/spooled_input.h"
+#include "host/jobs/document.h"
 #include "host/jobs/folder_submission.h"
 #include "host/jobs/job_changes.h"
 #include "host/jobs/job_text.h"
+#include "host/jobs/option_encoding.h"
 #include "host/jobs/presets.h"
 #include "host/jobs/queue_submission.h"
 #include "host/jobs/queues.h"
@@ -89,6 +91,7 @@ private:
     JobRequest request_;
     JobSource source_;
     ReadOnlyDefaults defaults_;
+    std::vector<std::string> complaints_; ///< about what was given; the job is printed all the same
 };
 
 /// Empty, or why there is nothing to print.
@@ -96,7 +99,9 @@ std::string PrintCommand::spoolDocuments() {
     if (arguments_.files.empty())
         arguments_.files.emplace_back(kStandardInput);
     for (const std::string& file : arguments_.files) {
-        if (file != kStandardInput) {
+        if (file != kStandardInput) { // told before anything is asked of the panels
+            if (std::string failure = Document().open(file); !failure.empty())
+                return failure;
             documents_.push_back(file);
             continue;
         }
@@ -300,8 +305,7 @@ int PrintCommand::prepareAndPrint() {
     source_.given = arguments_.options;
     takeJobFields(source_.kept, request_);
     takeJobFields(source_.preset, request_);
-    for (const std::string& complaint : takeJobFields(source_.given, request_))
-        note(complaint);
+    complaints_ = takeJobFields(source_.given, request_);
     putOwnFields();
 
     if (arguments_.prints())
@@ -313,13 +317,21 @@ int PrintCommand::prepareAndPrint() {
     const auto job = PreparedJob::prepare(std::move(source_), error);
     if (job == nullptr)
         return fail(kExitNotPrinted, error);
+    const std::vector<std::string>& problems = job->problems();
+    complaints_.insert(complaints_.end(), problems.begin(), problems.end());
+    // A folder takes any option.
+    const std::string refusal = arguments_.folder.empty() ? refusalForOptions(job->options()) : "";
+    if (arguments_.onlyReports() && !refusal.empty())
+        complaints_.push_back(refusal);
+    if (!arguments_.check) // which tells them itself
+        for (const std::string& complaint : complaints_)
+            note(complaint);
     if (arguments_.onlyReports() && !arguments_.dryRun && !arguments_.explain)
         return report(*job);
-    for (const std::string& problem : job->problems())
-        if (!arguments_.check) // which tells them itself
-            note(problem);
     if (!arguments_.savedPreset.empty())
         return keepPreset(*job);
+    if (arguments_.prints() && !refusal.empty())
+        return fail(kExitNotPrinted, refusal);
     const bool prints = job->shouldPrint() && !(arguments_.stopsOnAlert && alerts.wasShown());
     request_.options = job->options();
     if (arguments_.onlyReports()) {
@@ -348,10 +360,11 @@ int PrintCommand::report(PreparedJob& job) {
     std::cout.flush();
     if (!arguments_.check)
         return kExitDone;
-    for (const auto* sentences : {&job.problems(), &job.unknownOptions()})
-        for (const std::string& sentence : *sentences)
-            note(sentence);
-    return job.problems().empty() && job.unknownOptions().empty() ? kExitDone : kExitCheckFailed;
+    const std::vector<std::string>& unknown = job.unknownOptions();
+    complaints_.insert(complaints_.end(), unknown.begin(), unknown.end());
+    for (const std::string& complaint : complaints_)
+        note(complaint);
+    return complaints_.empty() ? kExitDone : kExitCheckFailed;
 }
 
 int PrintCommand::submit() {

@@ -194,6 +194,8 @@ std::vector<MeantOption> meaningOf(const JobOption& given, const PrinterDescript
         std::istringstream parts(value);
         for (std::string part; std::getline(parts, part, ',');)
             meant.push_back(meaningOfMedia(given, part, description));
+        if (meant.empty())
+            meant.push_back(unknownChoice(given, value));
         return meant;
     }
     if (const printing::Option* duplex = description.option(keywords::kDuplex); name == kSides && duplex != nullptr) {

@@ -22,11 +22,11 @@ struct JobStep {
 
 /// What a job is prepared from.
 struct JobSource {
-    std::string ppdText;           ///< empty: the queue has no PPD
-    std::string ppdName;           ///< as sentences call it
-    std::vector<JobOption> kept;   ///< what the user and the system keep for the queue
-    std::vector<JobOption> preset; ///< chosen like the given ones, unless it holds already; the given ones go before
-    std::vector<JobOption> given;  ///< on the command line
+    std::string ppdText;             ///< empty: the queue has no PPD
+    std::string ppdName;             ///< as sentences call it
+    std::vector<JobOption> kept;     ///< what the user and the system keep for the queue
+    std::vector<JobOption> preset{}; ///< chosen like the given ones, unless it holds already; the given ones go before
+    std::vector<JobOption> given;    ///< on the command line
     std::filesystem::path bundle;
     std::vector<std::string> languages;        ///< never empty
     TerminalAlerts* alerts = nullptr;          ///< borrowed; never null; outlives the job

@@ -89,6 +89,13 @@ TEST_F(CommandLineArguments, WordsForHoldingAreTranslated) {
     }
 }
 
+TEST_F(CommandLineArguments, TimesForHoldingAndPagesAreTakenAsTheyStand) {
+    for (const char* time : {"18:30", "00:00", "23:59:59", "weekend"})
+        EXPECT_EQ(read({"-H", time}).holdUntil, time);
+    for (const char* pages : {"1", "1-3,5", "2-", "1,3-7,9-"})
+        EXPECT_THAT(textsOf(read({"-P", pages}).options), ElementsAre(std::string("page-ranges=") + pages));
+}
+
 TEST_F(CommandLineArguments, TheProgramsNameDecidesWhetherThereIsADialog) {
     struct Case {
         const char* program;
@@ -103,6 +110,9 @@ TEST_F(CommandLineArguments, TheProgramsNameDecidesWhetherThereIsADialog) {
         {"corvane-print", {"--dry-run"}, false},
         {"corvane-print", {"--check"}, false},
         {"corvane-print", {"-i", "12", "-n", "2"}, false},
+        {"corvane-print", {"--presets"}, false},
+        {"corvane-print", {"--save-preset", "photo"}, false},
+        {"corvane-print", {"--preset", "photo"}, true},
     };
     for (const auto& [program, arguments, showsDialog] : kCases) {
         SCOPED_TRACE(std::string(program) + " " + testing::PrintToString(arguments));
@@ -126,8 +136,28 @@ TEST_F(CommandLineArguments, WhatIsWrongIsNamed) {
         {{"-n", "two"}, "copies"},
         {{"-q", "101"}, "priority"},
         {{"-q", "0"}, "priority"},
-        {{"-o", ""}, "name and a value"},
+        {{"-o", ""}, "-o needs a value"},
+        {{"-o", "=x"}, "name and a value"},
         {{"--json"}, "--dry-run"},
+        {{"--ppd", ""}, "--ppd needs a value that is not empty"},
+        {{"-h", ""}, "-h needs a value that is not empty"},
+        {{"-P", "x-y"}, "pages"},
+        {{"-P", "5-2"}, "pages"},
+        {{"-P", "3,1"}, "pages"},
+        {{"-P", "1-,5"}, "pages"},
+        {{"-P", "1,"}, "pages"},
+        {{"-P", "0"}, "pages"},
+        {{"-H", "banana"}, "banana"},
+        {{"-H", "24:00"}, "24:00"},
+        {{"-H", "12:60"}, "12:60"},
+        {{"-H", "12"}, "\"12\""},
+        {{"--rename-preset", "photo"}, "OLD=NEW"},
+        {{"--rename-preset", "=photo"}, "OLD=NEW"},
+        {{"--presets", "--save-preset", "x"}, "alone"},
+        {{"--delete-preset", "x", "--dry-run"}, "alone"},
+        {{"--save-preset", "x", "page.pdf"}, "no files"},
+        {{"--system", "page.pdf"}, "--system"},
+        {{"--dialog", "--presets"}, "--dialog"},
         {{"--dialog", "--check"}, "--dialog"},
         {{"--dialog", "-i", "3"}, "--dialog"},
         {{"-i", "3", "page.pdf"}, "no files"},
@@ -140,20 +170,39 @@ TEST_F(CommandLineArguments, WhatIsWrongIsNamed) {
 }
 
 TEST_F(CommandLineArguments, TheHelpNamesEveryOption) {
-    for (const char* option : {"-d",          "-o",
-                               "-n",          "-P",
-                               "-t",          "-q",
-                               "-H",          "-i",
-                               "-h",          "-U",
-                               "-E",          "-s",
-                               "-c, -m",      "--dialog",
-                               "--no-dialog", "--no-alerts",
-                               "--json",      "--dry-run",
-                               "--check",     "--explain",
-                               "--summary",   "--stop-on-alert",
-                               "--ppd",       "--to",
-                               "--help",      "--version",
-                               "--bundle"})
+    for (const char* option : {"-d",
+                               "-o",
+                               "-n",
+                               "-P",
+                               "-t",
+                               "-q",
+                               "-H",
+                               "-i",
+                               "-h",
+                               "-U",
+                               "-E",
+                               "-s",
+                               "-c, -m",
+                               "--dialog",
+                               "--no-dialog",
+                               "--no-alerts",
+                               "--json",
+                               "--dry-run",
+                               "--check",
+                               "--explain",
+                               "--summary",
+                               "--stop-on-alert",
+                               "--ppd",
+                               "--to",
+                               "--help",
+                               "--version",
+                               "--bundle",
+                               "--preset",
+                               "--presets",
+                               "--save-preset",
+                               "--rename-preset",
+                               "--delete-preset",
+                               "--system"})
         EXPECT_THAT(usage("lp"), HasSubstr(option));
 }
 

@@ -1,10 +1,6 @@
 #include "host/command_line/command_line.h"
-#include "tests/host/command_line/print_command.h"
-#include "tests/support/private_cupsd.h"
+#include "tests/host/command_line/printing.h"
 
-#include <charconv>
-#include <fstream>
-#include <memory>
 #include <nlohmann/json.hpp>
 
 namespace host {
@@ -16,49 +12,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::Not;
-
-constexpr const char* kForeign = CV_SOURCE_DIR "/tests/support/recording.ppd";
-
-/// The print command and a server with a queue of a sample printer and one of another make.
-class Printing : public PrintCommandTest {
-protected:
-    static void SetUpTestSuite() {
-        server_ = std::make_unique<test_support::PrivateCupsd>();
-        server_->addQueue("Sample", kSamplePpd);
-        server_->addQueue("Foreign", kForeign);
-    }
-    static void TearDownTestSuite() { server_.reset(); }
-
-    Printing() { environment_["CUPS_SERVER"] = server().socket(); }
-
-    static test_support::PrivateCupsd& server() { return *server_; }
-
-    void keepOptions(const std::string& lines) const {
-        std::filesystem::create_directory(folder_.path() / ".cups");
-        std::ofstream(folder_.path() / ".cups" / "lpoptions") << lines;
-    }
-    /// What reached the filter of the job that the command printed; the test fails where it printed none.
-    test_support::JobRecord printed(std::vector<std::string> arguments, const std::string& input = "a page\n") const {
-        const auto result = run(std::move(arguments), input);
-        EXPECT_EQ(result.status, kExitDone) << result.errors;
-        const auto record = server().waitForRecord(jobOf(result.output));
-        EXPECT_TRUE(record) << result.output << result.errors << server().errorLog();
-        return record.value_or(test_support::JobRecord());
-    }
-    /// The number in "request id is QUEUE-N (K file(s))"; 0 where there is none.
-    static int jobOf(const std::string& output) {
-        int job = 0;
-        const std::size_t end = output.find(" (");
-        const std::size_t dash = output.rfind('-', end);
-        if (dash != std::string::npos && end != std::string::npos)
-            std::from_chars(output.data() + dash + 1, output.data() + end, job);
-        return job;
-    }
-    std::string page(const std::string& name = "page.txt") const { return folder_.write(name, "a page\n"); }
-
-private:
-    inline static std::unique_ptr<test_support::PrivateCupsd> server_;
-};
 
 TEST_F(Printing, AFileIsPrintedAsLpDoes) {
     const auto result = run({"-d", "Sample", page()});
@@ -213,6 +166,23 @@ TEST_F(Printing, AHeldJobIsChangedAndReleased) {
     const auto record = server().waitForRecord(job);
     ASSERT_TRUE(record);
     EXPECT_EQ(record->copies, "5");
+}
+
+TEST_F(Printing, WhatNoServerTakesIsToldBeforeThePanelsAreAsked) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"-d", "Sample", folder_.path() / "missing.pdf"},
+          {"-d", "Sample", "-o", "page-ranges=x", page()},
+          {"-d", "Sample", "-o", "Frob={a=b}", page()}}) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const auto result = run(arguments);
+        EXPECT_EQ(result.status, kExitNotPrinted);
+        EXPECT_EQ(linesOf(result.errors).size(), 1U) << result.errors; // no alert
+    }
+    const auto checked = run({"-d", "Sample", "--check", "-o", "page-ranges=x"});
+    EXPECT_EQ(checked.status, kExitCheckFailed);
+    EXPECT_THAT(linesOf(checked.errors), ElementsAre(HasSubstr("page-ranges")));
+    EXPECT_EQ(run({"-d", "Sample", "--check", "-o", "job-frob=2"}).status, kExitCheckFailed);
+    EXPECT_EQ(run({"-d", "Sample", "--check", "-o", "media="}).status, kExitCheckFailed);
 }
 
 TEST_F(Printing, WhatCannotBePrintedIsOneLineAndAStatus) {
