@@ -58,13 +58,22 @@ TEST_F(DialogStart, AModuleThatIsNoneIsRefused) {
 TEST_F(DialogStart, TheModuleIsGivenWhatTheCommandLineSays) {
     environment_["WAYLAND_DISPLAY"] = "wayland-9";
     installWindow();
-    const auto result = open({"-d",       "Office/photo", "-h",    "server", "-t",    "A title", "-n",
-                              "2",        "-q",           "9",     "-H",     "night", "-o",      "CVMediaType=Glossy",
-                              "-P",       "1-2",          "--ppd", "x.ppd",  "--to",  "out",     "--bundle",
-                              "b.plugin", "one",          "two"});
+    const std::string one = folder_.write("one", "1"), two = folder_.write("two", "2");
+    const auto result = open({"-d",       "Office/photo",
+                              "-h",       "server",
+                              "-t",       "A title",
+                              "-n",       "2",
+                              "-q",       "9",
+                              "-H",       "night",
+                              "-o",       "CVMediaType=Glossy",
+                              "-P",       "1-2",
+                              "--ppd",    "x.ppd",
+                              "--to",     "out",
+                              "--bundle", "b.plugin",
+                              one,        two});
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_THAT(linesOf(result.output),
-                ElementsAre("document: one", "document: two", "title: A title", "printer: Office/photo",
+                ElementsAre("document: " + one, "document: " + two, "title: A title", "printer: Office/photo",
                             "server: server", "ppd: x.ppd", "folder: out", "choice: CVMediaType=Glossy",
                             "choice: page-ranges=1-2", "copies: 2", "priority: 9", "hold: night", "bundle: b.plugin"));
 }
