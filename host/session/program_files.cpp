@@ -7,6 +7,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kBundle = "PlugIns/CVInkQuality12.plugin";
 constexpr const char* kWindowModule = "libcv_window.so";
+constexpr const char* kPdfModule = "libcv_pdf_reader.so";
 constexpr const char* kSamplePrinters = "models";
 constexpr const char* kWindowTexts = "texts";
 
@@ -34,6 +35,10 @@ fs::path pathOfPlugInBundle() {
 
 fs::path pathOfWindowModule() {
     return installedOrBuilt(fs::path(CV_PRIVATE_DIR) / kWindowModule, fs::path("lib") / kWindowModule);
+}
+
+fs::path pathOfPdfModule() {
+    return installedOrBuilt(fs::path(CV_PRIVATE_DIR) / kPdfModule, fs::path("lib") / kPdfModule);
 }
 
 fs::path folderOfSamplePrinters() {

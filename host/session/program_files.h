@@ -12,6 +12,8 @@ namespace host {
 [[nodiscard]] std::filesystem::path pathOfPlugInBundle();
 /// The module that draws the print dialog.
 [[nodiscard]] std::filesystem::path pathOfWindowModule();
+/// The module that reads PDFs for the window. It need not be there.
+[[nodiscard]] std::filesystem::path pathOfPdfModule();
 /// The folder of the sample printers' PPDs.
 [[nodiscard]] std::filesystem::path folderOfSamplePrinters();
 /// The folder of the window's own texts: a folder for each language, with its catalogue.

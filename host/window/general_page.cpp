@@ -6,6 +6,7 @@
 #include "host/window/mnemonics.h"
 #include "host/window/session_starter.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -53,7 +54,8 @@ GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choice
       folderRow_(new QWidget), folderField_(new QLineEdit), paperList_(makeList("paperList")),
       freeSize_(new FreeSizeEditor(language)), copiesField_(new QSpinBox), pagesField_(new QLineEdit),
       twoSidedList_(makeList("twoSidedList")), outputList_(makeList("outputList")),
-      colorMatchingList_(makeList("colorMatchingList")) {
+      colorMatchingList_(makeList("colorMatchingList")), scalingList_(makeList("scalingList")),
+      rememberBox_(new QCheckBox) {
     layout_->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     layout_->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lookingLabel_->setText(windowText(Text::LookingForPrinters, language));
@@ -81,11 +83,15 @@ GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choice
     addRow(Text::Folder, *folderRow_)->setBuddy(folderField_);
     addRow(Text::Paper, *paperList_);
     layout_->addRow(QString(), freeSize_);
+    addRow(Text::ScaledTo, *scalingList_);
     addRow(Text::Copies, *copiesField_);
     addRow(Text::Pages, *pagesField_);
     addRow(Text::TwoSided, *twoSidedList_);
     addRow(Text::Output, *outputList_);
     addRow(Text::ColorMatching, *colorMatchingList_);
+    rememberBox_->setObjectName("rememberBox");
+    setCaption(*rememberBox_, windowText(Text::RememberChoices, language));
+    layout_->addRow(QString(), rememberBox_);
     folderField_->setAccessibleName(windowText(Text::Folder, language));
     colorMatchingList_->addItem(windowText(Text::DriverMatches, language), ofUtf8(printing::kVendorColorMatching));
     colorMatchingList_->addItem(windowText(Text::ApplicationMatches, language),
@@ -106,6 +112,9 @@ GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choice
             [this](int index) { choices_.mark(std::string(keywords::kOutput), dataOf(*outputList_, index)); });
     connect(colorMatchingList_, &QComboBox::activated, this,
             [this](int index) { choices_.colorMatching(dataOf(*colorMatchingList_, index)); });
+    connect(scalingList_, &QComboBox::activated, this,
+            [this](int index) { choices_.scaling(dataOf(*scalingList_, index)); });
+    connect(rememberBox_, &QCheckBox::clicked, this, [this](bool on) { choices_.remember(on); });
     setLooking(false);
     setFolderShown(false);
     fitLists();
@@ -176,12 +185,23 @@ void GeneralPage::focusPages() {
     pagesField_->selectAll();
 }
 
+void GeneralPage::setRemembers(bool remembers) {
+    rememberBox_->setChecked(remembers);
+}
+
+bool GeneralPage::remembers() const {
+    return rememberBox_->isChecked();
+}
+
 void GeneralPage::fillPapers(const printing::PrinterDescription& description) {
     paperList_->clear();
+    scalingList_->clear();
+    scalingList_->addItem(windowText(Text::NotScaled, language_), QString());
     if (const printing::Option* sizes = description.option(keywords::kPageSize))
         for (const printing::Choice& size : sizes->choices)
             if (size.keyword != kCustom)
-                paperList_->addItem(ofUtf8(size.text), ofUtf8(size.keyword));
+                for (QComboBox* list : {paperList_, scalingList_})
+                    list->addItem(ofUtf8(size.text), ofUtf8(size.keyword));
     if (description.allowsCustomSizes()) {
         paperList_->addItem(windowText(Text::FreeSize, language_), QString::fromUtf8(kFreeSize));
         freeSize_->setLimits(description.customSizeLimits());
@@ -201,7 +221,8 @@ void GeneralPage::fillChoices(QComboBox& list, const printing::PrinterDescriptio
 void GeneralPage::show(Session* session) {
     const bool isNew = std::exchange(session_, session) != session;
     if (session == nullptr) {
-        for (QWidget* row : std::initializer_list<QWidget*>{freeSize_, twoSidedList_, outputList_, colorMatchingList_})
+        for (QWidget* row : std::initializer_list<QWidget*>{freeSize_, twoSidedList_, outputList_, colorMatchingList_,
+                                                            scalingList_, rememberBox_})
             layout_->setRowVisible(row, false);
         paperList_->clear();
         paperList_->setEnabled(false);
@@ -215,6 +236,8 @@ void GeneralPage::show(Session* session) {
         paperList_->setAccessibleDescription({});
         fillChoices(*twoSidedList_, description, keywords::kDuplex);
         fillChoices(*outputList_, description, keywords::kOutput);
+        layout_->setRowVisible(scalingList_, scalingList_->count() > 1);
+        layout_->setRowVisible(rememberBox_, true);
         layout_->setRowVisible(colorMatchingList_, description.hasAttribute(kColorMatchingAttribute));
         fitLists();
         assignMnemonics(*this, takenLetters_);
@@ -222,6 +245,9 @@ void GeneralPage::show(Session* session) {
     showPaper(*session);
     selectData(*twoSidedList_, description.markedChoice(keywords::kDuplex).value_or(""));
     selectData(*outputList_, description.markedChoice(keywords::kOutput).value_or(""));
+    const auto scaledTo = session->settings() ? session->settings()->valueForKey(printing::kPageToPaperMappingKey)
+                                              : std::optional<printing::SettingValue>();
+    selectData(*scalingList_, scaledTo ? printing::optionText(*scaledTo) : std::string());
     const auto mode = session->settings() ? session->settings()->valueForKey(printing::kColorMatchingModeKey)
                                           : std::optional<printing::SettingValue>();
     selectData(*colorMatchingList_, mode == printing::SettingValue(std::string(printing::kApplicationColorMatching))

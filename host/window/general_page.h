@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 
+class QCheckBox;
 class QComboBox;
 class QFormLayout;
 class QLabel;
@@ -20,8 +21,9 @@ namespace host {
 
 class FreeSizeEditor;
 
-/// The host's own page: printer, paper, copies, pages, two-sided printing, output and colour matching. It shows what
-/// the session holds and tells what the user chose; it changes nothing itself.
+/// The host's own page: printer, paper, scaling, copies, pages, two-sided printing, output, colour matching, and
+/// whether all of it is remembered. It shows what the session holds and tells what the user chose; it changes nothing
+/// itself.
 class GeneralPage : public QWidget {
 public:
     /// What the user did. All are set by the owner.
@@ -30,6 +32,8 @@ public:
         std::function<void(const printing::Paper& paper, const printing::MarkedChoice& cause)> paper;
         std::function<void(const std::string& option, const std::string& choice)> mark; ///< two-sided, output
         std::function<void(const std::string& mode)> colorMatching;
+        std::function<void(const std::string& pageSize)> scaling; ///< empty: the document's own size
+        std::function<void(bool)> remember;
         std::function<void()> sizeChanged; ///< rows came or went
     };
 
@@ -47,6 +51,8 @@ public:
     void setPages(const QString& pages);
     [[nodiscard]] QString pages() const;
     void focusPages();
+    void setRemembers(bool remembers);
+    [[nodiscard]] bool remembers() const;
 
     /// Shows what the session holds; null: there is no printer.
     void show(Session* session);
@@ -77,6 +83,8 @@ private:
     QComboBox* twoSidedList_;
     QComboBox* outputList_;
     QComboBox* colorMatchingList_;
+    QComboBox* scalingList_;
+    QCheckBox* rememberBox_;
 };
 
 } // namespace host

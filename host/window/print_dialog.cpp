@@ -4,7 +4,9 @@
 
 #include "framework/option_keywords.h"
 #include "host/jobs/job_text.h"
+#include "host/session/panel_choices.h"
 #include "host/session/program_files.h"
+#include "host/window/document_view.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
 
@@ -59,7 +61,8 @@ PrintDialog::PrintDialog(DialogRequest request, Settings settings)
     : request_(std::move(request)), settings_(std::move(settings)), language_(windowLanguage(settings_.languages)),
       alerts_(*this, language_,
               [this](const std::string& anchor, const std::string& book) { openHelpPage(anchor, book); }),
-      actions_(language_, [this](const QString& message) { tell(message); }) {
+      actions_(language_, [this](const QString& message, bool canUndo) { tell(message, canUndo); }),
+      remembered_(settings_.userDefaults) {
     build();
     for (Printer& printer : settings_.printers)
         addPrinter(std::move(printer));
@@ -80,9 +83,10 @@ void PrintDialog::build() {
     QStringList names;
     for (const std::string& document : request_.documents)
         names << ofUtf8(documentName(document));
-    setWindowTitle(windowText(Text::WindowTitle, language_)
-                       .arg(request_.title.empty() ? names.join(windowText(Text::Separator, language_))
-                                                   : ofUtf8(plainText(request_.title, kMaximumTitleBytes))));
+    const QString name = request_.title.empty() ? names.join(windowText(Text::Separator, language_))
+                                                : ofUtf8(plainText(request_.title, kMaximumTitleBytes));
+    setWindowTitle(windowText(Text::WindowTitle, language_).arg(name));
+    auto* document = new DocumentView(language_, name, request_.documents);
     QWidget* buttons = makeButtons();
     tabs_ = new PageTabs(this);
     tabs_->setObjectName("tabs");
@@ -93,6 +97,8 @@ void PrintDialog::build() {
                          .paper = [this](const auto& paper, const auto& cause) { userChoosesPaper(paper, cause); },
                          .mark = [this](const auto& option, const auto& choice) { userMarks(option, choice); },
                          .colorMatching = [this](const auto& mode) { userChoosesColorMatching(mode); },
+                         .scaling = [this](const auto& pageSize) { userChoosesScaling(pageSize); },
+                         .remember = [this](bool remembers) { userChoosesToRemember(remembers); },
                          .sizeChanged = [this] { fitLater(); }});
     summaryPage_ = new SummaryPage(language_, takenLetters_, [this](const QString& message) { tell(message); });
     tabs_->addTab(generalPage_, QString());
@@ -109,17 +115,32 @@ void PrintDialog::build() {
             generalPage_->setPages(ofUtf8(choice.value));
     std::erase_if(request_.choices, [](const JobOption& choice) { return choice.name == kPageRangesOption; });
 
-    message_ = new QLabel(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetNoConstraint); // fit() decides
+    layout->addWidget(document);
+    layout->addWidget(tabs_, 1);
+    layout->addWidget(makeMessageLine());
+    layout->addWidget(buttons);
+    generalPage_->setFocus();
+}
+
+QWidget* PrintDialog::makeMessageLine() {
+    messageLine_ = new QWidget(this);
+    message_ = new QLabel(messageLine_);
     message_->setObjectName("messageLine");
     message_->setTextFormat(Qt::PlainText);
     message_->setWordWrap(true);
-    message_->setAlignment(Qt::AlignLeading | Qt::AlignTop);
-    auto* layout = new QVBoxLayout(this);
-    layout->setSizeConstraint(QLayout::SetNoConstraint); // fit() decides
-    layout->addWidget(tabs_, 1);
-    layout->addWidget(message_);
-    layout->addWidget(buttons);
-    generalPage_->setFocus();
+    message_->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    undoButton_ = new QPushButton(titleWithMnemonic(Text::Undo, language_, takenLetters_), messageLine_);
+    undoButton_->setObjectName("undoButton");
+    undoButton_->setAutoDefault(false);
+    connect(undoButton_, &QPushButton::clicked, this, [this] { undo(); });
+    auto* layout = new QHBoxLayout(messageLine_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(message_, 1);
+    layout->addWidget(undoButton_, 0, Qt::AlignTop);
+    messageLine_->hide();
+    return messageLine_;
 }
 
 QWidget* PrintDialog::makeButtons() {
@@ -134,6 +155,10 @@ QWidget* PrintDialog::makeButtons() {
     cancel->setObjectName("cancelButton");
     cancel->setAutoDefault(false);
     connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
+    auto* defaults = buttons->addButton(title(Text::Defaults), QDialogButtonBox::ResetRole);
+    defaults->setObjectName("defaultsButton");
+    defaults->setAutoDefault(false);
+    connect(defaults, &QPushButton::clicked, this, [this] { useDefaults(); });
     auto* more = buttons->addButton(title(Text::More), QDialogButtonBox::HelpRole);
     more->setObjectName("moreButton");
     more->setAutoDefault(false);
@@ -196,25 +221,51 @@ void PrintDialog::userChoosesPrinter(int index) {
     choosePrinter(index);
 }
 
+// Until the user has begun, a printer that is found later starts like the first one.
 void PrintDialog::choosePrinter(int index) {
-    const StartChoices start =
-        session_ != nullptr ? choicesOfSession(*session_) : StartChoices{.choices = request_.choices, .freePaper = {}};
+    commitNumbers(*this);
     savePopulatedPanels();
-    printer_ = index;
+    const bool isSame = index == std::exchange(printer_, index);
+    const Printer& printer = printers_[static_cast<std::size_t>(index)];
+    const auto kept = remembered_.choices(printer);
+    StartChoices choices;
+    if (session_ != nullptr && userHasBegun_ && (isSame || !kept))
+        choices = choicesOfSession(*session_);
+    else
+        choices.choices = kept.value_or(std::vector<JobOption>());
+    if (!userHasBegun_)
+        choices.given = request_.choices;
     generalPage_->selectPrinter(index);
-    generalPage_->setFolderShown(!printers_[static_cast<std::size_t>(index)].queue || !request_.folder.empty());
+    generalPage_->setRemembers(kept.has_value());
+    generalPage_->setFolderShown(!printer.queue || !request_.folder.empty());
+    beginAnew(printer, choices);
+}
+
+void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices) {
+    std::vector<printing::MarkedChoice> forPanels;
     endSession();
-    actions_.run([&] { openSession(start); });
+    actions_.run([&] {
+        StartedSession started = start(printer, choices);
+        forPanels = started.forPanels;
+        openSession(std::move(started));
+    });
+    if (session_ != nullptr && !forPanels.empty())
+        actions_.run([&] { chooseOnPanels(forPanels); },
+                     Cause{.chosen = forPanels, .words = windowText(Text::GivenOptions, language_)});
+    generalPage_->show(session_.get());
     fitLater();
 }
 
-void PrintDialog::openSession(const StartChoices& start) {
-    StartedSession started = startSession(printers_[static_cast<std::size_t>(printer_)], start,
-                                          {.bundle = request_.bundle.empty() ? pathOfPlugInBundle() : request_.bundle,
-                                           .languages = settings_.languages,
-                                           .userDefaults = settings_.userDefaults,
-                                           .presenter = &alerts_,
-                                           .windowHeight = static_cast<double>(height())});
+StartedSession PrintDialog::start(const Printer& printer, const StartChoices& choices) {
+    return startSession(printer, choices,
+                        {.bundle = request_.bundle.empty() ? pathOfPlugInBundle() : request_.bundle,
+                         .languages = settings_.languages,
+                         .userDefaults = settings_.userDefaults,
+                         .presenter = &alerts_,
+                         .windowHeight = static_cast<double>(height())});
+}
+
+void PrintDialog::openSession(StartedSession started) {
     session_ = std::move(started.session);
     printButton_->setEnabled(session_ != nullptr);
     printButton_->setAccessibleDescription(session_ == nullptr ? windowText(Text::NoPrinter, language_) : QString());
@@ -229,13 +280,15 @@ void PrintDialog::openSession(const StartChoices& start) {
         auto* page = new QWidget;
         (new QVBoxLayout(page))->setContentsMargins(0, 0, 0, 0);
         tabs_->insertTab(tabs_->count() - 1, page, QString());
-        panelTabs_.push_back({.panel = panel.get(), .page = page, .binder = nullptr});
+        panelTabs_.push_back({.panel = panel.get(), .page = page});
     }
     giveTabTitles();
     for (const auto& panel : framework::PanelList(session_->panels()))
         session_->restorePanel(*panel);
-    generalPage_->show(session_.get());
-    tell({});
+    QStringList problems;
+    for (const std::string& problem : started.problems)
+        problems << ofUtf8(problem);
+    tell(problems.join(u' '));
 }
 
 void PrintDialog::endSession() {
@@ -267,6 +320,7 @@ void PrintDialog::populate(PanelTab& tab) {
         tell(windowText(Text::ViewIncomplete, language_).arg(ofUtf8(tab.panel->thePDEName().value_or(""))));
         return;
     }
+    tab.isPopulated = true;
     if (tab.binder != nullptr)
         return;
     const toolkit::LoadedViews& views = *tab.panel->loadedViews();
@@ -308,9 +362,8 @@ void PrintDialog::showTab(int index) {
     }
     userHasBegun_ = true;
     commitNumbers(*this);
-    leaveTab(shownTab_);
-    shownTab_ = index;
     actions_.run([&] {
+        leaveTab(std::exchange(shownTab_, index));
         if (PanelTab* tab = tabAt(index))
             populate(*tab);
         else if (index == tabs_->count() - 1)
@@ -323,7 +376,7 @@ void PrintDialog::showTab(int index) {
 
 void PrintDialog::leaveTab(int index) {
     PanelTab* tab = tabAt(index);
-    if (tab != nullptr && tab->binder != nullptr)
+    if (tab != nullptr && tab->isPopulated)
         tab->panel->shouldHide();
 }
 
@@ -332,22 +385,24 @@ void PrintDialog::showSummary() {
     summaryPage_->showLines(session_ == nullptr ? std::vector<SummaryLine>() : summaryLines(*session_));
 }
 
-// So that nothing typed is lost.
+// So that nothing typed is lost. What stands in number fields is committed before.
 void PrintDialog::savePopulatedPanels() {
-    commitNumbers(*this);
     for (const PanelTab& tab : panelTabs_)
-        if (tab.binder != nullptr)
+        if (tab.isPopulated)
             tab.panel->saveValuesAndReturnError();
 }
 
 void PrintDialog::showPanelsAnew() {
     savePopulatedPanels();
+    restorePanels();
+}
+
+void PrintDialog::restorePanels() {
     for (const PanelTab& tab : panelTabs_)
-        if (tab.binder != nullptr)
-            session_->restorePanel(*tab.panel);
+        session_->restorePanel(*tab.panel);
     for (std::size_t index = 0; index < panelTabs_.size(); ++index) {
         PanelTab& tab = panelTabs_[index];
-        if (tab.binder == nullptr)
+        if (!tab.isPopulated)
             continue;
         session_->showPanel(*tab.panel);
         if (static_cast<int>(index) + 1 != shownTab_)
@@ -355,37 +410,125 @@ void PrintDialog::showPanelsAnew() {
     }
 }
 
+// On their controls, in the order of their keys, as a user makes them.
+void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choices) {
+    for (std::size_t index = 0; index < panelTabs_.size(); ++index) {
+        PanelTab& tab = panelTabs_[index];
+        const auto keys = tab.panel->supportedPPDOptionKeys().value_or(std::vector<std::string>());
+        const bool isShown = static_cast<int>(index) + 1 == shownTab_;
+        bool isReady = isShown;
+        for (const std::string& key : keys) {
+            const auto choice = std::ranges::find(choices, key, &printing::MarkedChoice::first);
+            if (choice == choices.end())
+                continue;
+            if (!std::exchange(isReady, true))
+                tab.isPopulated = session_->showPanel(*tab.panel);
+            (void)useControl(controlForOption(*tab.panel, key), choice->second); // what did not hold is told
+        }
+        if (isReady && !isShown)
+            tab.panel->shouldHide();
+    }
+}
+
 // The host's own choices.
 
-void PrintDialog::act(const std::function<void()>& action, const std::optional<printing::MarkedChoice>& cause) {
+void PrintDialog::act(const std::function<void()>& action, const Cause& cause) {
     userHasBegun_ = true;
-    const bool done = actions_.run(action, cause);
-    if (done || session_ == nullptr)
+    if (!actions_.isRunning())
+        commitNumbers(*this);
+    const auto whole = [this, action] {
+        action();
         generalPage_->show(session_.get());
+    };
+    if (!actions_.run(whole, cause))
+        generalPage_->show(session_.get()); // until its turn comes
 }
 
 void PrintDialog::userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause) {
-    act([&] { session_->setPaper(paper, true); }, cause);
+    act(
+        [this, paper] {
+            if (session_ != nullptr)
+                session_->setPaper(paper, true);
+        },
+        Cause{.chosen = {cause}});
 }
 
 void PrintDialog::userMarks(const std::string& option, const std::string& choice) {
     act(
-        [&] {
+        [this, option, choice] {
             std::string error;
+            if (session_ == nullptr)
+                return;
             if (!session_->markFromOutside(option, choice, true, error))
                 tell(ofUtf8(error));
             if (option == keywords::kOutput)
                 showPanelsAnew();
         },
-        printing::MarkedChoice(option, choice));
+        Cause{.chosen = {{option, choice}}});
 }
 
 void PrintDialog::userChoosesColorMatching(const std::string& mode) {
-    act([&] {
-        if (session_->settings())
-            session_->settings()->setValueForKey(mode, printing::kColorMatchingModeKey);
+    act([this, mode] {
+        if (session_ == nullptr || !session_->settings())
+            return;
+        session_->settings()->setValueForKey(mode, printing::kColorMatchingModeKey);
         showPanelsAnew();
     });
+}
+
+// The panels look at the paper that is printed on.
+void PrintDialog::userChoosesScaling(const std::string& pageSize) {
+    act([this, pageSize] {
+        if (session_ == nullptr || !session_->settings())
+            return;
+        if (pageSize.empty())
+            session_->settings()->removeKey(printing::kPageToPaperMappingKey);
+        else
+            session_->settings()->setValueForKey(pageSize, printing::kPageToPaperMappingKey);
+        session_->setPaper(session_->pageFormat()->paper, true);
+    });
+}
+
+// What is to be remembered is what will be printed with; what is to be forgotten is forgotten at once.
+void PrintDialog::userChoosesToRemember(bool remembers) {
+    if (remembers || printer_ < 0)
+        return;
+    const std::string error = remembered_.forgetChoices(printers_[static_cast<std::size_t>(printer_)]);
+    tell(error.empty() ? windowText(Text::ChoicesForgotten, language_)
+                       : windowText(Text::NotRemembered, language_).arg(ofUtf8(error)));
+}
+
+void PrintDialog::undo() {
+    if (session_ == nullptr || actions_.isRunning())
+        return;
+    const auto before = actions_.takeUndo();
+    if (!before)
+        return;
+    const auto targets = before->differing(*session_);
+    act(
+        [this, before] {
+            savePopulatedPanels();
+            before->putBack(*session_);
+            restorePanels();
+        },
+        Cause{.chosen = targets, .words = windowText(Text::Undo, language_)});
+    if (message().isEmpty())
+        tell(windowText(Text::Undone, language_));
+}
+
+void PrintDialog::useDefaults() {
+    if (printer_ < 0 || actions_.isRunning())
+        return;
+    userHasBegun_ = true;
+    const int shown = shownTab_;
+    Printer printer = printers_[static_cast<std::size_t>(printer_)];
+    printer.options.clear(); // what is kept for the queue is no default of the PPD's
+    beginAnew(printer, {});
+    generalPage_->setCopies(1);
+    generalPage_->setPages({});
+    tabs_->setCurrentIndex(std::min(shown, tabs_->count() - 1));
+    if (session_ != nullptr)
+        tell(windowText(Text::DefaultsBack, language_));
 }
 
 // The window.
@@ -394,11 +537,14 @@ QString PrintDialog::message() const {
     return message_->text();
 }
 
-void PrintDialog::tell(const QString& message) {
+void PrintDialog::tell(const QString& message, bool canUndo) {
     if (message_ == nullptr)
         return;
     message_->setText(message);
-    message_->setVisible(!message.isEmpty());
+    messageLine_->setVisible(!message.isEmpty());
+    if (!canUndo && undoButton_->hasFocus())
+        tabs_->setFocus();
+    undoButton_->setVisible(canUndo);
     if (!message.isEmpty()) {
         QAccessibleEvent announcement(message_, QAccessible::Alert);
         QAccessible::updateAccessibility(&announcement);
@@ -428,14 +574,16 @@ void PrintDialog::fit() {
     layout()->invalidate();
     layout()->activate();
     const bool isFirst = neededHeight_ == 0;
-    const int extra = isFirst ? 0 : std::max(0, height() - neededHeight_);
     const int least = layout()->totalSizeHint().width();
-    const int width = isFirst ? least : std::max(this->width(), least);
+    const Remembered::WindowSize kept = isFirst ? remembered_.windowSize() : Remembered::WindowSize();
+    const QSize room = screen()->availableGeometry().size();
+    const int width = isFirst ? std::max(least, std::min(kept.width, room.width())) : std::max(this->width(), least);
     const int needed =
         layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalSizeHint().height();
-    neededHeight_ = std::min(needed, screen()->availableGeometry().height());
+    const int extra = isFirst ? kept.extraHeight : std::max(0, height() - neededHeight_);
+    neededHeight_ = std::min(needed, room.height());
     setMinimumSize(least, neededHeight_);
-    resize(width, neededHeight_ + extra);
+    resize(width, std::min(neededHeight_ + extra, room.height()));
 }
 
 void PrintDialog::resizeEvent(QResizeEvent* event) {
@@ -488,6 +636,8 @@ void PrintDialog::refreshLater() {
 void PrintDialog::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::HelpContents))
         showPanelHelp();
+    else if (event->matches(QKeySequence::Undo))
+        undo();
     else
         QDialog::keyPressEvent(event);
 }
@@ -602,6 +752,14 @@ void PrintDialog::tellOutcome(const SendOutcome& outcome) {
         if (!notes.isEmpty())
             showMessage(*this, QMessageBox::Information, windowText(Text::PrintedWithNote, language_),
                         notes.join(u'\n'), windowText(Text::Close, language_));
+        if (generalPage_->remembers()) {
+            const std::string error =
+                remembered_.keepChoices(printers_[static_cast<std::size_t>(printer_)], choicesToRemember(*session_));
+            if (!error.empty())
+                showMessage(*this, QMessageBox::Warning, windowText(Text::PrintedWithNote, language_),
+                            windowText(Text::NotRemembered, language_).arg(ofUtf8(error)),
+                            windowText(Text::Close, language_));
+        }
         accept();
     }
 }
@@ -609,6 +767,11 @@ void PrintDialog::tellOutcome(const SendOutcome& outcome) {
 void PrintDialog::reject() {
     if (!actions_.isRunning()) // an alert is answered first
         QDialog::reject();
+}
+
+void PrintDialog::done(int result) {
+    remembered_.keepWindowSize({.width = width(), .extraHeight = std::max(0, height() - neededHeight_)});
+    QDialog::done(result);
 }
 
 } // namespace host

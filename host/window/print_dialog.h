@@ -6,6 +6,7 @@
 #include "host/window/help_viewer.h"
 #include "host/window/job_sender.h"
 #include "host/window/printers.h"
+#include "host/window/remembered.h"
 #include "host/window/session_starter.h"
 #include "host/window/summary_page.h"
 #include "host/window/user_actions.h"
@@ -48,6 +49,11 @@ public:
     /// Asks the panels, then sends the documents. The dialog ends where all of them were sent.
     void print();
     void reject() override;
+    void done(int result) override;
+    /// Takes back the step that the message line tells of; nothing where it tells of none.
+    void undo();
+    /// Goes back to the PPD's defaults.
+    void useDefaults();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -60,12 +66,14 @@ private:
     struct PanelTab {
         CVPrintQualityPDE* panel = nullptr;
         QWidget* page = nullptr;
-        std::unique_ptr<FormBinder> binder; ///< null until the panel was shown first
-        bool isWatched = false;             ///< a change of its size waits to be told
+        std::unique_ptr<FormBinder> binder{}; ///< null until the panel was shown first
+        bool isPopulated = false;             ///< its controls were filled
+        bool isWatched = false;               ///< a change of its size waits to be told
     };
 
     // Building.
     void build();
+    [[nodiscard]] QWidget* makeMessageLine();
     [[nodiscard]] QWidget* makeButtons();
     void giveTabTitles();
 
@@ -74,7 +82,9 @@ private:
     void lookForQueues();
     void choosePrinter(int index);
     void userChoosesPrinter(int index);
-    void openSession(const StartChoices& start);
+    [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
+    void openSession(StartedSession started);
+    void beginAnew(const Printer& printer, const StartChoices& choices);
     void endSession();
 
     // Panels and pages.
@@ -85,15 +95,19 @@ private:
     void showSummary();
     void savePopulatedPanels();
     void showPanelsAnew();
+    void restorePanels();
+    void chooseOnPanels(const std::vector<printing::MarkedChoice>& choices);
 
     // The host's own choices.
     void userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause);
     void userMarks(const std::string& option, const std::string& choice);
     void userChoosesColorMatching(const std::string& mode);
-    void act(const std::function<void()>& action, const std::optional<printing::MarkedChoice>& cause = std::nullopt);
+    void userChoosesScaling(const std::string& pageSize);
+    void userChoosesToRemember(bool remembers);
+    void act(const std::function<void()>& action, const Cause& cause = {});
 
     // The window.
-    void tell(const QString& message);
+    void tell(const QString& message, bool canUndo = false);
     void fitLater();
     void fit();
     void refreshLater();
@@ -119,7 +133,10 @@ private:
     GeneralPage* generalPage_ = nullptr;
     SummaryPage* summaryPage_ = nullptr;
     QTabWidget* tabs_ = nullptr;
+    Remembered remembered_;
+    QWidget* messageLine_ = nullptr;
     QLabel* message_ = nullptr;
+    QPushButton* undoButton_ = nullptr;
     QPushButton* printButton_ = nullptr;
     QPointer<HelpViewer> helpViewer_;
     QString takenLetters_;      // mnemonics of buttons and tabs

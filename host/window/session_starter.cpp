@@ -54,13 +54,15 @@ std::string textOf(const Printer& printer) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-bool hasPanelOptions(const toolkit::Bundle& bundle, const printing::PrinterDescription& description) {
-    return std::ranges::any_of(kKeyEntries, [&](const char* entry) {
-        const auto* keys = toolkit::valueInMap(bundle.infoDictionary(), entry).as<toolkit::ValueList>();
-        return keys != nullptr && std::ranges::any_of(*keys, [&](const toolkit::Value& key) {
-                   return description.option(key.textReading()) != nullptr;
-               });
-    });
+// The keywords of the panels' options that the printer has.
+std::set<std::string> panelOptions(const toolkit::Bundle& bundle, const printing::PrinterDescription& description) {
+    std::set<std::string> options;
+    for (const char* entry : kKeyEntries)
+        if (const auto* keys = toolkit::valueInMap(bundle.infoDictionary(), entry).as<toolkit::ValueList>())
+            for (const toolkit::Value& key : *keys)
+                if (description.option(key.textReading()) != nullptr)
+                    options.insert(key.textReading());
+    return options;
 }
 
 } // namespace
@@ -73,7 +75,7 @@ printing::Paper freePaper(double width, double height) {
 }
 
 StartChoices choicesOfSession(Session& session) {
-    StartChoices start{.choices = {}, .settings = session.settings(), .freePaper = {}};
+    StartChoices start{.choices = {}, .given = {}, .settings = session.settings(), .freePaper = {}};
     const printing::PageFormat* format = session.pageFormat();
     if (format != nullptr && format->paper && !format->paper->ppdName && format->paper->width && format->paper->height)
         start.freePaper = format->paper;
@@ -112,11 +114,19 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
         else if (description.mark(choice.name, choice.value) && isPaper)
             free.reset();
     };
+    const auto info = toolkit::Bundle::open(options.plugIn->path(), options.bundleView, started.error);
+    if (info == nullptr)
+        return started;
+    const std::set<std::string> managed = panelOptions(*info, description);
     const std::set<std::string> installable = installableOptions(textOf(printer));
-    for (const auto* choices : {&printer.options, &start.choices})
+    for (const auto* choices : {&printer.options, &start.choices, &start.given})
         for (const JobOption& given : *choices)
             for (const MeantOption& meant : meaningOf(given, description, installable)) {
-                if (meant.kind == OptionKind::Choice) {
+                if (meant.kind == OptionKind::Choice && choices == &start.given &&
+                    managed.contains(meant.option.name)) {
+                    std::erase_if(started.forPanels, [&](const auto& each) { return each.first == meant.option.name; });
+                    started.forPanels.emplace_back(meant.option.name, meant.option.value);
+                } else if (meant.kind == OptionKind::Choice) {
                     mark(meant.option);
                 } else if (meant.kind == OptionKind::PrintSetting) {
                     if (options.settings)
@@ -124,15 +134,14 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
                 } else if (meant.kind == OptionKind::Attribute || meant.kind == OptionKind::UnknownOption) {
                     std::erase_if(started.attributes, [&](const auto& each) { return each.name == meant.option.name; });
                     started.attributes.push_back(meant.option);
+                } else if (choices == &start.given) {
+                    started.problems.push_back(meant.reason);
                 }
             }
     if (free && isWithin(*free, description))
         options.pageFormat = printing::PageFormat{.paper = free};
 
-    const auto info = toolkit::Bundle::open(options.plugIn->path(), options.bundleView, started.error);
-    if (info == nullptr)
-        return started;
-    if (!hasPanelOptions(*info, description))
+    if (managed.empty())
         options.panelType = kNoPanels;
     options.userDefaults = surroundings.userDefaults;
     options.presenter = surroundings.presenter;

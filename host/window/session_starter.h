@@ -13,6 +13,7 @@ namespace host {
 /// What a session begins with beside its printer's defaults.
 struct StartChoices {
     std::vector<JobOption> choices; ///< by the names of job options; of equal names the last one holds
+    std::vector<JobOption> given;   ///< the same, to be made on the panels' controls once they are there
     std::optional<printing::PrintSettings> settings = printing::PrintSettings();
     std::optional<printing::Paper> freePaper; ///< a size in points that stands for no page size of the PPD
 };
@@ -38,6 +39,8 @@ struct StartedSession {
     std::string error;                ///< why, in one sentence
     /// What is no choice of the PPD and no print setting: it goes into each job as it stands.
     std::vector<JobOption> attributes;
+    std::vector<printing::MarkedChoice> forPanels; ///< of what was given: choices that the panels manage
+    std::vector<std::string> problems;             ///< a sentence for each that was given and cannot be used
 };
 
 /// A session for the printer, with those of the choices that it has. A printer with none of the panels' options gets no

@@ -5,8 +5,10 @@
 
 #include <QStringList>
 
+#include <deque>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -17,41 +19,66 @@ using Marks = std::vector<std::pair<std::string, std::optional<std::string>>>;
 QString choiceInWords(const printing::PrinterDescription& description, const std::string& option,
                       const std::optional<std::string>& choice, Language language);
 
+/// What the user chose, for telling what followed from it.
+struct Cause {
+    std::vector<printing::MarkedChoice> chosen{};
+    QString words{}; ///< the name of several choices that were made at once; empty: the first one, in the PPD's words
+};
+
 /// What became of other options because the user chose something, as one sentence: the net change from one set of
-/// marks to the other. Empty where nothing else changed.
+/// marks to the other. Of choices made at once also those that did not hold. Empty where nothing else changed.
 QString changeInWords(const printing::PrinterDescription& description, const Marks& before, const Marks& after,
-                      const std::optional<printing::MarkedChoice>& cause, Language language);
+                      const Cause& cause, Language language);
 
 /// Why a choice was refused, as a user reads it.
 QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal, Language language);
 
+/// What stood before a step of the user's, so that it can be put back: marks, and what the host itself keeps.
+struct StepBefore {
+    Marks marks;
+    std::optional<printing::Paper> paper;
+    std::optional<printing::SettingValue> colorMatching, scaledTo;
+
+    static StepBefore of(Session& session);
+    /// Puts all of it back. Paper and two-sided printing are told to the panels, which are to be restored afterwards.
+    void putBack(Session& session) const;
+    /// The marks that differ from the session's.
+    [[nodiscard]] std::vector<printing::MarkedChoice> differing(const Session& session) const;
+};
+
 /// Carries out what the user does, one thing at a time, and tells what followed from it.
 class UserActions {
 public:
-    using Teller = std::function<void(const QString& message)>;
+    /// `canUndo`: the message tells of a step that takeUndo() gives.
+    using Teller = std::function<void(const QString& message, bool canUndo)>;
 
     UserActions(Language language, Teller tell) : language_(language), tell_(std::move(tell)) {}
 
     /// Null while there is no session.
-    void setSession(Session* session) { session_ = session; }
+    void setSession(Session* session);
 
     /// Runs the action, then tells the net change of marks, or the reason of a refusal. What the user chose is the
     /// cause where one is given, else the first choice that a panel asked for. While another action runs, as when an
-    /// alert waits for its answer, nothing happens, and the answer is false.
-    bool run(const std::function<void()>& action, const std::optional<printing::MarkedChoice>& cause = std::nullopt);
+    /// alert waits for its answer, the action waits for its turn, and the answer is false.
+    bool run(const std::function<void()>& action, const Cause& cause = {});
     [[nodiscard]] bool isRunning() const { return running_; }
 
     /// Does it now, or as soon as no action runs: for what comes from elsewhere.
     void whenIdle(std::function<void()> what);
 
+    /// What stood before the step that was told last; nullopt where it cannot be undone. It can be taken once.
+    [[nodiscard]] std::optional<StepBefore> takeUndo() { return std::exchange(undo_, std::nullopt); }
+
 private:
-    void tellWhatFollowed(const Marks& before, std::optional<printing::MarkedChoice> cause);
+    void tellWhatFollowed(const StepBefore& before, Cause cause);
+    void tell(const QString& message, std::optional<StepBefore> undo);
 
     Language language_;
     Teller tell_;
     Session* session_ = nullptr;
     bool running_ = false;
-    std::vector<std::function<void()>> waiting_;
+    std::deque<std::function<void()>> waiting_;
+    std::optional<StepBefore> undo_;
 };
 
 } // namespace host

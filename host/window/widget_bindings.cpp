@@ -64,7 +64,11 @@ void WidgetBinding::showAgain() {
 }
 
 void WidgetBinding::userDid(const std::function<void()>& what) {
-    context_.run(what);
+    // Where it has to wait for an alert's answer, the widget may be gone by then.
+    context_.run([what, alive = QPointer<QObject>(&lifetime_)] {
+        if (alive != nullptr)
+            what();
+    });
     if (widget_ != nullptr)
         show();
 }
@@ -133,12 +137,22 @@ public:
         box_.setSizeAdjustPolicy(QComboBox::AdjustToContents);
         box_.setModel(new QStandardItemModel(&box_));
         new DisabledRows(*box_.view());
-        QObject::connect(&box_, &QComboBox::activated, lifetime(),
-                         [this](int index) { userDid([this, index] { list_.userSelectedItemAtIndex(index); }); });
+        QObject::connect(&box_, &QComboBox::activated, lifetime(), [this](int index) { userPicked(index); });
         show();
     }
 
 private:
+    // By the time it is done the list may hold other items.
+    void userPicked(int index) {
+        const QString title = box_.itemText(index);
+        userDid([this, index, title] {
+            const auto& items = list_.items();
+            if (index >= 0 && index < static_cast<int>(items.size()) &&
+                ofUtf8(items[static_cast<std::size_t>(index)].title) == title)
+                list_.userSelectedItemAtIndex(index);
+        });
+    }
+
     void show() override {
         const QSignalBlocker quiet(box_);
         if (!isShown())

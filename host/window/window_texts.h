@@ -75,7 +75,36 @@ enum class Text {
     ViewIncomplete,
     Quoted,  // a name in quotation marks
     Caption, // a name before the control that it stands for
-    Count,   // how many there are
+    Undo,
+    Undone,
+    Defaults,
+    DefaultsBack,
+    ScaledTo,
+    NotScaled,
+    RememberChoices,
+    ChoicesForgotten,
+    NotRemembered,
+    OneDocument,
+    Documents,
+    OnePage,
+    NumberOfPages,
+    FirstPage,
+    NotReadable,
+    GivenOptions,
+    BytesSent,
+    SentAs,
+    Presets,
+    SavePreset,
+    RenamePreset,
+    DeletePreset,
+    PresetName,
+    DeletePresetQuestion,
+    Delete,
+    Save,
+    PresetSaved,
+    PresetDeleted,
+    ThePreset,
+    Count, // how many there are
 };
 
 /// A language that the window speaks: English, or one that has a catalogue.

@@ -10,6 +10,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
 
 using tests::WindowUnderTest;
 
@@ -80,23 +82,72 @@ private slots:
         QString marked;
         int page = -1;
         window.answer({[&](QWidget& alert) {
-            window.widget<QComboBox>("monoColorPopup").setCurrentIndex(1);
-            emit window.widget<QComboBox>("monoColorPopup").activated(1);
             window.dialog().findChild<QPushButton*>("printButton")->click();
+            window.dialog().findChild<QPushButton*>("defaultsButton")->click();
+            window.dialog().undo();
             window.open(WindowUnderTest::General);
             page = window.dialog().findChild<QTabWidget*>("tabs")->currentIndex();
+            window.dialog().close();
+            static_cast<QDialog&>(alert).accept();
+        }});
+        chooseBestQuality(window);
+        QCOMPARE(window.answered(), 1);
+        QCOMPARE(page, static_cast<int>(WindowUnderTest::PrintSetting));
+        QCOMPARE(window.marked("CVResolution"), QString("Best"));
+        QVERIFY(window.dialog().isVisible());
+        QVERIFY(window.ticket().isEmpty());
+    }
+
+    void whatTheUserDoesWhileAnAlertWaitsIsDoneAfterItsAnswer() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::ColorSetting);
+        window.click("optionButton");
+        window.click("colorEnhanceButton");
+        auto* slider = window.dialog().findChild<QSlider*>("redSlider");
+        QString marked;
+        int shown = -1, red = -1;
+        window.answer({[&](QWidget& alert) {
+            window.widget<QComboBox>("monoColorPopup").setCurrentIndex(1);
+            emit window.widget<QComboBox>("monoColorPopup").activated(1);
+            slider->setValue(7);
             marked = window.marked("CVMonoColor");
-            window.dialog().reject();
+            shown = window.widget<QComboBox>("monoColorPopup").currentIndex();
+            red = slider->value();
             static_cast<QDialog&>(alert).accept();
         }});
         window.open(WindowUnderTest::PrintSetting);
         const QString before = window.marked("CVMonoColor");
         chooseBestQuality(window);
         QCOMPARE(marked, before);
-        QCOMPARE(page, static_cast<int>(WindowUnderTest::PrintSetting));
-        QCOMPARE(window.widget<QComboBox>("monoColorPopup").currentIndex(), 0);
-        QVERIFY(window.dialog().isVisible());
-        QVERIFY(window.ticket().isEmpty());
+        QCOMPARE(shown, 0);
+        QCOMPARE(red, 0);
+        QVERIFY(window.marked("CVMonoColor") != before);
+        QCOMPARE(window.widget<QComboBox>("monoColorPopup").currentIndex(), 1);
+        QCOMPARE(slider->value(), 7);
+    }
+
+    void aSecondAlertAndANotificationWhileAnAlertWaitsAreHarmless() {
+        WindowUnderTest window;
+        toolkit::AlertAnswer second{.button = -1};
+        QTimer answersTheSecond; // the window's own timer rests while it answers the first
+        window.answer({[&](QWidget& first) {
+            QObject::connect(&answersTheSecond, &QTimer::timeout, &first, [&] {
+                QWidget* modal = QApplication::activeModalWidget();
+                if (modal != nullptr && modal != &first)
+                    QTest::keyClick(modal, Qt::Key_Return);
+            });
+            answersTheSecond.start(10);
+            window.session().setPaper(window.session().paperForPageSize("Letter"), true);
+            toolkit::Alert alert;
+            alert.messageText = "A second alert";
+            alert.buttons = {{.key = "OK", .text = "OK"}};
+            second = window.session().runModalAlert(alert);
+            static_cast<QDialog&>(first).accept();
+        }});
+        chooseBestQuality(window);
+        QCOMPARE(second.button, 0);
+        QCOMPARE(window.marked("PageSize"), QString("Letter"));
+        QCOMPARE(window.marked("CVResolution"), QString("Best"));
     }
 
     void theAlertBeforePrintingShowsItsPictureAndIsAnsweredByItsButton() {
@@ -167,6 +218,46 @@ private slots:
         QVERIFY2(window.dialog().message().contains("cannot be used together with") &&
                      window.dialog().message().contains(kTray2),
                  qPrintable(window.dialog().message()));
+    }
+
+    void undoTakesTheWholeStepBack() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::PrintSetting);
+        const auto before = window.session().description().marks();
+        const QString media = window.widget<QComboBox>("mediaTypePopup").currentText();
+        QVERIFY(!window.widget<QPushButton>("undoButton").isVisible());
+        window.pick("mediaTypePopup", kGlossy);
+        QVERIFY(window.session().description().marks() != before);
+        window.click("undoButton");
+        QVERIFY(window.session().description().marks() == before);
+        QCOMPARE(window.widget<QComboBox>("mediaTypePopup").currentText(), media);
+        QCOMPARE(window.widget<QComboBox>("resolutionPopup").currentText(), QString("Standard"));
+        QCOMPARE(window.dialog().message(), QString("The step has been undone."));
+        QVERIFY(!window.widget<QPushButton>("undoButton").isVisible());
+    }
+
+    void undoBringsThePaperBack() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::PrintSetting);
+        window.open(WindowUnderTest::General);
+        const QString before = window.widget<QComboBox>("paperList").currentText();
+        window.pick("paperList", "Envelope #10");
+        QVERIFY2(window.dialog().message().contains("Paper Thickness is now Envelope"),
+                 qPrintable(window.dialog().message()));
+        QTest::keyClick(&window.dialog(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY2(window.widget<QComboBox>("paperList").currentText() == before, qPrintable(window.dialog().message()));
+        QCOMPARE(window.marked("CVColorPaperThick"), QString("Regular"));
+        QCOMPARE(window.marked("PageSize"), QString("A4"));
+    }
+
+    void aStepWithoutConsequencesOffersNoUndo() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::PrintSetting);
+        window.pick("monoColorPopup", 1);
+        QVERIFY(window.dialog().message().isEmpty());
+        QVERIFY(!window.widget<QPushButton>("undoButton").isVisible());
+        window.dialog().undo();
+        QCOMPARE(window.widget<QComboBox>("monoColorPopup").currentIndex(), 1);
     }
 
     void whatIsToldReachesAssistiveTechnology() {

@@ -2,9 +2,12 @@
 
 #include "window_under_test.h"
 
+#include "host/session/program_files.h"
+#include "host/window/document_facts.h"
 #include "host/window/help_viewer.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -15,10 +18,14 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSemaphore>
 #include <QSpinBox>
+#include <QTabWidget>
+#include <QTemporaryFile>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
+#include <filesystem>
 #include <thread>
 
 using tests::WindowUnderTest;
@@ -190,7 +197,7 @@ private slots:
     }
 
     void withoutADocumentNothingIsPrinted() {
-        WindowUnderTest window({.hasDocument = false});
+        WindowUnderTest window({.documents = {}});
         window.click("printButton");
         QCOMPARE(window.dialog().message(), QString("There is no document to print."));
     }
@@ -301,6 +308,146 @@ private slots:
         window.pick("printerList", 0); // the same printer anew
         QCOMPARE(window.marked("PageSize"), QString("Letter"));
         QCOMPARE(window.widget<QComboBox>("paperList").currentText(), QString("Letter"));
+    }
+
+    void choicesThatWereGivenAreMadeOnThePanelsWithTheirRules() {
+        WindowUnderTest window({.choices = {{"CVMediaType", "Plain"}, {"CVMediaType", "Glossy"}, {"media", "Letter"}}});
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QCOMPARE(window.marked("CVResolution"), QString("Photo"));
+        QCOMPARE(window.marked("PageSize"), QString("Letter"));
+        QVERIFY2(window.dialog().message().contains("Print Quality is now Photo"),
+                 qPrintable(window.dialog().message()));
+        window.open(WindowUnderTest::PrintSetting);
+        QCOMPARE(window.widget<QComboBox>("mediaTypePopup").currentText(), QString("Other Glossy Paper"));
+    }
+
+    void aGivenChoiceThatIsRefusedIsTold() {
+        WindowUnderTest window({.choices = {{"CVInputSlot", "Tray2"}, {"CVMediaType", "Glossy"}}});
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QVERIFY2(window.dialog().message().contains("cannot be used together with"),
+                 qPrintable(window.dialog().message()));
+    }
+
+    void defaultsGoBackToThePpds() {
+        WindowUnderTest window({.choices = {{"CVMediaType", "Glossy"}}});
+        window.pick("paperList", "Letter");
+        window.open(WindowUnderTest::ColorSetting);
+        window.click("colorEnhanceButton");
+        window.click("defaultsButton");
+        QCOMPARE(window.dialog().findChild<QTabWidget*>("tabs")->currentIndex(),
+                 static_cast<int>(WindowUnderTest::ColorSetting));
+        QVERIFY(!window.widget<QCheckBox>("colorEnhanceButton").isChecked());
+        QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
+        QCOMPARE(window.marked("PageSize"), QString("A4"));
+    }
+
+    void choicesAreRememberedIfTheUserSaysSo() {
+        toolkit::MemoryUserDefaults defaults;
+        for (const bool remembers : {true, false}) {
+            {
+                WindowUnderTest window({.userDefaults = &defaults});
+                window.pick("paperList", "Letter");
+                window.open(WindowUnderTest::ColorSetting);
+                window.click("optionButton");
+                if (!window.widget<QCheckBox>("colorEnhanceButton").isChecked())
+                    window.click("colorEnhanceButton");
+                window.widget<QSpinBox>("redField").setValue(5);
+                window.open(WindowUnderTest::General);
+                if (window.widget<QCheckBox>("rememberBox").isChecked() != remembers)
+                    window.click("rememberBox");
+                window.answer({agree});
+                window.click("printButton");
+                QVERIFY(!window.ticket().isEmpty());
+            }
+            WindowUnderTest window({.userDefaults = &defaults});
+            QCOMPARE(window.widget<QCheckBox>("rememberBox").isChecked(), remembers);
+            QCOMPARE(window.marked("PageSize"), QString(remembers ? "Letter" : "A4"));
+            window.open(WindowUnderTest::ColorSetting);
+            QCOMPARE(window.widget<QSpinBox>("redField").value(), remembers ? 5 : 0);
+        }
+    }
+
+    void aCancelledDialogRemembersNoChoices() {
+        toolkit::MemoryUserDefaults defaults;
+        {
+            WindowUnderTest window({.userDefaults = &defaults});
+            window.pick("paperList", "Letter");
+            window.click("rememberBox");
+            window.dialog().reject();
+        }
+        WindowUnderTest window({.userDefaults = &defaults});
+        QCOMPARE(window.marked("PageSize"), QString("A4"));
+    }
+
+    void theWindowComesBackInItsSize() {
+        toolkit::MemoryUserDefaults defaults;
+        QSize size;
+        {
+            WindowUnderTest window({.userDefaults = &defaults});
+            size = window.dialog().size() + QSize(60, 40);
+            window.dialog().resize(size);
+            window.dialog().reject();
+        }
+        WindowUnderTest window({.userDefaults = &defaults});
+        QCOMPARE(window.dialog().size(), size);
+    }
+
+    void scalingToAPaperGoesIntoTheJob() {
+        WindowUnderTest window;
+        window.pick("scalingList", "Letter");
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(ticketOptions(window)["PageSize"].toString(), QString("Letter"));
+        QCOMPARE(ticketOptions(window)["print-scaling"].toString(), QString("fit"));
+    }
+
+    void scalingCanBeTakenBack() {
+        WindowUnderTest window;
+        window.pick("scalingList", "Letter");
+        window.pick("scalingList", 0);
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(ticketOptions(window)["PageSize"].toString(), QString("A4"));
+        QVERIFY(!ticketOptions(window).contains("print-scaling"));
+    }
+
+    void theDocumentIsShownByItsNamePagesAndPicture() {
+        WindowUnderTest window;
+        QCOMPARE(window.widget<QLabel>("documentName").text(), QString("picture.png"));
+        QTRY_VERIFY(window.widget<QLabel>("documentPicture").isVisible());
+        QCOMPARE(window.widget<QLabel>("documentDetails").text(), QString("1 page"));
+        QVERIFY(!window.widget<QLabel>("documentPicture").pixmap().isNull());
+    }
+
+    void aPdfIsShownWhereItCanBeRead() {
+        const host::DocumentFacts facts = host::readDocument(WindowUnderTest::samplePdf(), 48);
+        const bool isInstalled = std::filesystem::exists(host::pathOfPdfModule());
+        QCOMPARE(facts.isReadable, isInstalled);
+        QCOMPARE(facts.pages, isInstalled ? 1 : 0);
+        QCOMPARE(std::max(facts.thumbnail.width(), facts.thumbnail.height()), isInstalled ? 48 : 0);
+    }
+
+    void aDocumentThatCannotBeShownIsSaidSoAndPrinted() {
+        QTemporaryFile text;
+        QVERIFY(text.open() && text.write("plain text\n") > 0 && text.flush());
+        WindowUnderTest window({.documents = {text.fileName().toStdString()}});
+        QTRY_COMPARE(window.widget<QLabel>("documentDetails").text(),
+                     QString("It cannot be shown here, but it can be printed."));
+        QVERIFY(!window.widget<QLabel>("documentPicture").isVisible());
+        window.answer({agree});
+        window.click("printButton");
+        QVERIFY(!window.ticket().isEmpty());
+    }
+
+    void theWindowLivesWhileAServerDoesNotAnswer() {
+        QSemaphore answered; // is given by the window's own loop, so that a blocked window never gets its answer
+        WindowUnderTest window({.submission = [&](const auto& destination, const auto& request, const auto& progress) {
+            return answered.tryAcquire(1, 30000) ? host::submit(destination, request, progress)
+                                                 : host::JobResult{.error = "The window stood still."};
+        }});
+        window.answer({agree, [&](QWidget&) { answered.release(); }});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
     }
 };
 

@@ -9,10 +9,17 @@
 
 namespace tests {
 
+std::string WindowUnderTest::samplePicture() {
+    return CV_SOURCE_DIR "/resources/samples/picture.png";
+}
+
+std::string WindowUnderTest::samplePdf() {
+    return CV_SOURCE_DIR "/resources/samples/picture.pdf";
+}
+
 WindowUnderTest::WindowUnderTest(Setup setup) {
     host::DialogRequest request;
-    if (setup.hasDocument)
-        request.documents = {CV_SOURCE_DIR "/resources/samples/picture.png"};
+    request.documents = std::move(setup.documents);
     request.folder = folder().toStdString();
     request.choices = std::move(setup.choices);
     request.bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin";
@@ -21,7 +28,7 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
         std::move(request),
         host::PrintDialog::Settings{
             .languages = std::move(setup.languages),
-            .userDefaults = &defaults_,
+            .userDefaults = setup.userDefaults == nullptr ? &defaults_ : setup.userDefaults,
             .printers = {{.name = setup.model, .ppdPath = ppd, .ppdText = {}, .options = {}, .queue = {}}},
             .looksForQueues = false,
             .submission = std::move(setup.submission)});

@@ -23,11 +23,15 @@ public:
         std::string model = "corvane-a3";
         std::vector<std::string> languages = {"en"};
         std::vector<host::JobOption> choices = {};
-        bool hasDocument = true;
+        std::vector<std::string> documents = {samplePicture()};
+        toolkit::UserDefaults* userDefaults = nullptr; ///< none: preferences that last as long as this object
         host::Submission submission = host::submit;
     };
     /// The pages of the dialog, as tabs.
     enum Page { General = 0, PrintSetting = 1, ColorSetting = 2, Summary = 3 };
+
+    static std::string samplePicture();
+    static std::string samplePdf();
 
     explicit WindowUnderTest(Setup setup);
     WindowUnderTest() : WindowUnderTest(Setup()) {}

@@ -125,7 +125,7 @@ private slots:
         const Marks before = printer->marks();
         printer->mark("CVMediaType", "Glossy");
         printer->mark("CVResolution", "Photo");
-        QCOMPARE(changeInWords(*printer, before, printer->marks(), printing::MarkedChoice("CVMediaType", "Glossy"),
+        QCOMPARE(changeInWords(*printer, before, printer->marks(), Cause{.chosen = {{"CVMediaType", "Glossy"}}},
                                Language::English),
                  "Because you chose " + choiceInWords(*printer, "CVMediaType", "Glossy", Language::English) +
                      ": Print Quality is now Photo");
