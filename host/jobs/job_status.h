@@ -16,8 +16,8 @@ struct JobStatus {
     bool wantsPassword = false;         ///< held until authenticateJob() gives one
     bool isHindered = false;            ///< it needs somebody: the queue stands, or the printer wants paper, ink ...
     int impressions = 0;                ///< sides printed so far, where the printer counts them
-    std::string words;                  ///< one sentence for people
-    std::string error;                  ///< one sentence: why nothing could be learnt; the rest says nothing then
+    std::string words{};                ///< one sentence for people
+    std::string error{};                ///< one sentence: why nothing could be learnt; the rest says nothing then
 
     /// Nothing will happen to the job any more.
     [[nodiscard]] bool isOver() const {

@@ -1,6 +1,7 @@
 #include "host/window/job_sender.h"
 
 #include "host/jobs/folder_submission.h"
+#include "host/jobs/job_changes.h"
 #include "host/jobs/job_text.h"
 #include "host/window/mnemonics.h"
 
@@ -9,8 +10,10 @@
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QLabel>
+#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSemaphore>
 #include <QVBoxLayout>
 
 #include <atomic>
@@ -20,6 +23,10 @@ namespace host {
 namespace {
 
 constexpr int kSteps = 1000; // of the progress bar
+// A job that waits is looked at for some seconds.
+constexpr int kMostLooks = 10, kLookMilliseconds = 500;
+// Short enough for a user who waits.
+constexpr JobLimits kStatusLimits = {.connect = std::chrono::seconds(3), .response = std::chrono::seconds(5)};
 
 // Cannot be closed before the sending has ended: to close it is to cancel.
 class ProgressWindow : public QDialog {
@@ -29,6 +36,7 @@ public:
           bar_(new QProgressBar(this)) {
         setWindowModality(Qt::WindowModal);
         setWindowTitle(words_.title);
+        text_->setObjectName("progressText");
         text_->setTextFormat(Qt::PlainText);
         text_->setWordWrap(true);
         bar_->setRange(0, kSteps);
@@ -46,10 +54,20 @@ public:
         resize(std::max(kWidth, sizeHint().width()), sizeHint().height());
     }
 
-    void showProgress(const QString& document, double share) {
+    void showProgress(const QString& document, std::uint64_t sent, std::uint64_t total) {
+        const QLocale locale;
         if (button_->isEnabled())
             text_->setText(words_.sending.arg(document));
-        bar_->setValue(static_cast<int>(share * kSteps));
+        bar_->setFormat(words_.bytes.arg(locale.formattedDataSize(static_cast<qint64>(sent)),
+                                         locale.formattedDataSize(static_cast<qint64>(total))));
+        bar_->setValue(total == 0 ? 0
+                                  : static_cast<int>(static_cast<double>(sent) / static_cast<double>(total) * kSteps));
+    }
+
+    void showStatus(const QString& words) {
+        bar_->setRange(0, 0); // busy
+        if (button_->isEnabled() && !words.isEmpty())
+            text_->setText(words);
     }
 
     void reject() override {
@@ -79,10 +97,23 @@ JobResult submit(const Destination& destination, const JobRequest& request, cons
                              : submitToFolder(destination.folder, request, progress);
 }
 
+JobStatus readStatus(const Destination& destination, const JobResult& result) {
+    return destination.queue ? jobStatus(destination.queue->server, result.jobId, kStatusLimits) : JobStatus();
+}
+
+std::string cancelSent(const Destination& destination, const JobResult& result) {
+    return destination.queue ? cancelJob(destination.queue->server, std::to_string(result.jobId), kStatusLimits)
+                             : std::string();
+}
+
 SendOutcome JobSender::send(const Destination& destination, const std::vector<JobRequest>& requests) {
     std::atomic<bool> isCancelled = false;
+    QSemaphore cancelled; // wakes the thread where it waits between two looks at a job
     QEventLoop loop;
-    ProgressWindow progressWindow(window_, words_, [&] { isCancelled = true; });
+    ProgressWindow progressWindow(window_, words_, [&] {
+        isCancelled = true;
+        cancelled.release();
+    });
     progressWindow.show();
     SendOutcome outcome;
     // The thread touches what is its own, and posts the rest to the window's.
@@ -90,16 +121,27 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Jo
         for (std::size_t index = 0; index < requests.size() && !isCancelled; ++index) {
             const JobRequest& request = requests[index];
             const QString name = QString::fromStdString(documentName(request.documentPath));
-            const auto post = [&](double share) {
-                QMetaObject::invokeMethod(
-                    &progressWindow, [&progressWindow, name, share] { progressWindow.showProgress(name, share); },
-                    Qt::QueuedConnection);
+            const auto post = [&](auto show) {
+                QMetaObject::invokeMethod(&progressWindow, show, Qt::QueuedConnection);
             };
-            post(0);
+            post([&progressWindow, name] { progressWindow.showProgress(name, 0, 0); });
             JobResult result = submission_(destination, request, [&](std::uint64_t sent, std::uint64_t total) {
-                post(total == 0 ? 1 : static_cast<double>(sent) / static_cast<double>(total));
+                post([&progressWindow, name, sent, total] { progressWindow.showProgress(name, sent, total); });
                 return !isCancelled;
             });
+            for (int look = 0; result.ok && result.jobId != 0 && look < kMostLooks && !isCancelled; ++look) {
+                const JobStatus status = status_(destination, result);
+                const QString words = QString::fromStdString(status.words);
+                post([&progressWindow, words] { progressWindow.showStatus(words); });
+                if (status.isHindered || status.wantsPassword || status.stage == JobStage::Held)
+                    result.note = status.words;
+                if (!status.error.empty() || status.stage != JobStage::Waiting || !result.note.empty())
+                    break;
+                if (cancelled.tryAcquire(1, kLookMilliseconds)) {
+                    std::string error = cancelling_(destination, result);
+                    result = {.ok = false, .jobId = error.empty() ? 0 : result.jobId, .error = std::move(error)};
+                }
+            }
             if (!result.ok) {
                 outcome.failed = std::move(result);
                 break;

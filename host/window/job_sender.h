@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/jobs/job.h"
+#include "host/jobs/job_status.h"
 #include "host/jobs/queue_submission.h"
 
 #include <QString>
@@ -20,6 +21,14 @@ struct Destination {
     std::string folder;
 };
 
+/// What a sent job's destination says of it, for the time in which the window follows it.
+using StatusReading = std::function<JobStatus(const Destination&, const JobResult&)>;
+/// Asks the queue's server.
+JobStatus readStatus(const Destination& destination, const JobResult& result);
+/// Takes a sent job out of its queue again. Answers why it could not; empty where it did.
+using JobCancelling = std::function<std::string(const Destination&, const JobResult&)>;
+std::string cancelSent(const Destination& destination, const JobResult& result);
+
 /// What became of a number of jobs that were sent one after the other.
 struct SendOutcome {
     std::vector<JobResult> sent;     ///< those that were accepted, in order
@@ -33,14 +42,18 @@ using Submission = std::function<JobResult(const Destination&, const JobRequest&
 JobResult submit(const Destination& destination, const JobRequest& request, const JobProgress& progress);
 
 /// Sends the jobs off the window's thread, and shows the progress in a window that is modal to this one and offers to
-/// cancel. Returns when it is over.
+/// cancel: the bytes that were sent, then what the queue says of each job, until it prints, needs somebody, or has
+/// waited for some seconds. Returns when it is over.
 class JobSender {
 public:
     struct Words {
         QString title, sending, cancelling, cancel; ///< "%1" in `sending` is the document's name
+        QString bytes;                              ///< "%1" of "%2"
     };
-    JobSender(QWidget& window, Words words, Submission submission = submit)
-        : window_(window), words_(std::move(words)), submission_(std::move(submission)) {}
+    JobSender(QWidget& window, Words words, Submission submission = submit, StatusReading status = readStatus,
+              JobCancelling cancelling = cancelSent)
+        : window_(window), words_(std::move(words)), submission_(std::move(submission)), status_(std::move(status)),
+          cancelling_(std::move(cancelling)) {}
 
     SendOutcome send(const Destination& destination, const std::vector<JobRequest>& requests);
 
@@ -48,6 +61,8 @@ private:
     QWidget& window_;
     Words words_;
     Submission submission_;
+    StatusReading status_;
+    JobCancelling cancelling_;
 };
 
 } // namespace host

@@ -200,7 +200,9 @@ void PrintDialog::lookForQueues() {
         actions_.whenIdle([this, preferred, found] {
             for (const Printer& printer : found.printers) {
                 addPrinter(printer);
-                const bool isWanted = preferred.empty() ? printer.isDefault : printer.queue->queue == preferred;
+                const bool isWanted = preferred.empty()
+                                          ? printer.isDefault
+                                          : printer.queue->queue == preferred && printer.instance == request_.instance;
                 if (isWanted && !userHasBegun_)
                     choosePrinter(static_cast<int>(printers_.size()) - 1);
             }
@@ -705,8 +707,9 @@ void PrintDialog::print() {
                             {.title = windowText(Text::Printing, language_),
                              .sending = windowText(Text::PrintingDocument, language_),
                              .cancelling = windowText(Text::CancellingPrint, language_),
-                             .cancel = windowText(Text::Cancel, language_)},
-                            settings_.submission)
+                             .cancel = windowText(Text::Cancel, language_),
+                             .bytes = windowText(Text::BytesSent, language_)},
+                            settings_.submission, settings_.status, settings_.cancelling)
                       .send(destination_, jobRequests(*pages));
     });
     generalPage_->show(session_.get());
@@ -741,7 +744,8 @@ void PrintDialog::tellOutcome(const SendOutcome& outcome) {
         if (!result.note.empty())
             notes << ofUtf8(result.note);
     }
-    if (outcome.cancelled) {
+    const bool isLeft = outcome.failed && outcome.failed->jobId != 0; // a job that could not be taken back
+    if (outcome.cancelled && !isLeft) {
         tell(windowText(Text::PrintingCancelled, language_));
     } else if (outcome.failed) {
         tell(ofUtf8(outcome.failed->error));

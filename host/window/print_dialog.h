@@ -33,6 +33,8 @@ public:
         std::vector<Printer> printers;                 ///< known beforehand; the first one is shown at first
         bool looksForQueues = true;
         Submission submission = submit;
+        StatusReading status = readStatus;
+        JobCancelling cancelling = cancelSent;
     };
 
     PrintDialog(DialogRequest request, Settings settings);

@@ -104,6 +104,7 @@ void PrinterSearch::start(const std::string& server, const std::string& preferre
                                 .ppdText = std::move(ppd.text),
                                 .options = queue.options,
                                 .queue = address,
+                                .instance = queue.instance,
                                 .isDefault = queue.isDefault}},
                   .error = {}});
         }

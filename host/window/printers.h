@@ -21,6 +21,7 @@ struct Printer {
     std::string ppdText;               ///< its text
     std::vector<JobOption> options;    ///< kept for the queue
     std::optional<QueueAddress> queue; ///< none: prints to a folder
+    std::string instance{};            ///< of the queue: the same printer with options of the user's
     bool isDefault = false;
     bool isSample = false;
 };

@@ -19,7 +19,7 @@ constexpr std::size_t kMostChoices = 1000;                // that are read
 constexpr int kLargestWindow = 10000;                     // pixels
 
 std::string keyOf(const Printer& printer) {
-    return printer.queue ? "queue " + printer.queue->server + "/" + printer.queue->queue
+    return printer.queue ? "queue " + printer.queue->server + "/" + printer.queue->queue + "/" + printer.instance
                          : "ppd " + std::filesystem::path(printer.ppdPath).filename().string();
 }
 

@@ -102,18 +102,6 @@ constexpr Row kTexts[] = {
     {Text::NotReadable, "It cannot be shown here, but it can be printed."},
     {Text::GivenOptions, "the options that were given"},
     {Text::BytesSent, "%1 of %2"},
-    {Text::SentAs, "The document was sent as job %1."},
-    {Text::Presets, "Presets"},
-    {Text::SavePreset, "Save as preset…"},
-    {Text::RenamePreset, "Rename “%1”…"},
-    {Text::DeletePreset, "Delete “%1”…"},
-    {Text::PresetName, "Name of the preset"},
-    {Text::DeletePresetQuestion, "Delete the preset “%1”?"},
-    {Text::Delete, "Delete"},
-    {Text::Save, "Save"},
-    {Text::PresetSaved, "The preset “%1” has been saved."},
-    {Text::PresetDeleted, "The preset “%1” has been deleted."},
-    {Text::ThePreset, "the preset “%1”"},
 };
 
 static_assert(std::size(kTexts) == static_cast<std::size_t>(Text::Count));

@@ -92,18 +92,6 @@ enum class Text {
     NotReadable,
     GivenOptions,
     BytesSent,
-    SentAs,
-    Presets,
-    SavePreset,
-    RenamePreset,
-    DeletePreset,
-    PresetName,
-    DeletePresetQuestion,
-    Delete,
-    Save,
-    PresetSaved,
-    PresetDeleted,
-    ThePreset,
     Count, // how many there are
 };
 

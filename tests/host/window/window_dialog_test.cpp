@@ -44,6 +44,10 @@ void closeMessage(QWidget& alert) {
     static_cast<QDialog&>(alert).accept();
 }
 
+host::JobResult sentAsJobSeven(const host::Destination&, const host::JobRequest&, const host::JobProgress& progress) {
+    return progress(1, 1) ? host::JobResult{.ok = true, .jobId = 7} : host::JobResult{.error = "given up"};
+}
+
 QTreeWidgetItem* summaryItem(WindowUnderTest& window, const QString& title) {
     const auto found = window.widget<QTreeWidget>("summaryTable").findItems(title, Qt::MatchExactly);
     return found.isEmpty() ? nullptr : found.front();
@@ -182,6 +186,61 @@ private slots:
         window.click("printButton");
         QCOMPARE(window.dialog().message(), QString("Printing was cancelled."));
         QVERIFY(window.dialog().isVisible());
+    }
+
+    void aSentJobIsFollowedUntilItPrints() {
+        int looks = 0;
+        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const host::JobResult& job) {
+                                    ++looks;
+                                    return host::JobStatus{
+                                        .stage = looks < 2 ? host::JobStage::Waiting : host::JobStage::Printing,
+                                        .words = "Job " + std::to_string(job.jobId) + " is on its way."};
+                                }});
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(looks, 2);
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        QVERIFY(window.dialog().printed().front().note.empty());
+    }
+
+    void whatHindersASentJobIsTold() {
+        QString told;
+        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const auto&) {
+                                    return host::JobStatus{.stage = host::JobStage::Waiting,
+                                                           .isHindered = true,
+                                                           .words = "The printer wants paper."};
+                                }});
+        window.answer({agree, [&](QWidget& message) {
+                           told = dynamic_cast<QMessageBox&>(message).informativeText();
+                           closeMessage(message);
+                       }});
+        window.click("printButton");
+        QCOMPARE(told, QString("The printer wants paper."));
+        QCOMPARE(window.dialog().result(), static_cast<int>(QDialog::Accepted));
+    }
+
+    void aSentJobThatWaitsCanBeCancelled() {
+        int cancelled = 0;
+        WindowUnderTest window({.submission = sentAsJobSeven,
+                                .status =
+                                    [](const auto&, const auto&) {
+                                        return host::JobStatus{.stage = host::JobStage::Waiting, .words = "It waits."};
+                                    },
+                                .cancelling =
+                                    [&](const auto&, const host::JobResult& job) {
+                                        cancelled = job.jobId;
+                                        return std::string();
+                                    }});
+        window.answer({agree, [&](QWidget& progress) {
+                           auto* line = progress.findChild<QLabel*>("progressText");
+                           QTRY_COMPARE(line->text(), QString("It waits."));
+                           progress.findChild<QPushButton*>("cancelPrintingButton")->click();
+                       }});
+        window.click("printButton");
+        QCOMPARE(cancelled, 7);
+        QCOMPARE(window.dialog().message(), QString("Printing was cancelled."));
+        QVERIFY(window.dialog().isVisible());
+        QVERIFY(window.dialog().printed().empty());
     }
 
     void sendingLeavesTheWindowsThread() {

@@ -31,7 +31,9 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
             .userDefaults = setup.userDefaults == nullptr ? &defaults_ : setup.userDefaults,
             .printers = {{.name = setup.model, .ppdPath = ppd, .ppdText = {}, .options = {}, .queue = {}}},
             .looksForQueues = false,
-            .submission = std::move(setup.submission)});
+            .submission = std::move(setup.submission),
+            .status = std::move(setup.status),
+            .cancelling = std::move(setup.cancelling)});
     dialog_->show();
     if (!QTest::qWaitForWindowActive(dialog_.get()))
         qFatal("The dialog is not shown.");

@@ -26,6 +26,8 @@ public:
         std::vector<std::string> documents = {samplePicture()};
         toolkit::UserDefaults* userDefaults = nullptr; ///< none: preferences that last as long as this object
         host::Submission submission = host::submit;
+        host::StatusReading status = host::readStatus;
+        host::JobCancelling cancelling = host::cancelSent;
     };
     /// The pages of the dialog, as tabs.
     enum Page { General = 0, PrintSetting = 1, ColorSetting = 2, Summary = 3 };
