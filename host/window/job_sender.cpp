@@ -93,16 +93,18 @@ private:
 } // namespace
 
 JobResult submit(const Destination& destination, const JobRequest& request, const JobProgress& progress) {
-    return destination.queue ? submitToQueue(*destination.queue, request, {}, progress)
+    return destination.queue ? submitToQueue(*destination.queue, request, {}, progress, destination.passwords)
                              : submitToFolder(destination.folder, request, progress);
 }
 
 JobStatus readStatus(const Destination& destination, const JobResult& result) {
-    return destination.queue ? jobStatus(destination.queue->server, result.jobId, kStatusLimits) : JobStatus();
+    return destination.queue ? jobStatus(destination.queue->server, result.jobId, kStatusLimits, destination.passwords)
+                             : JobStatus();
 }
 
 std::string cancelSent(const Destination& destination, const JobResult& result) {
-    return destination.queue ? cancelJob(destination.queue->server, std::to_string(result.jobId), kStatusLimits)
+    return destination.queue ? cancelJob(destination.queue->server, std::to_string(result.jobId), kStatusLimits,
+                                         destination.passwords)
                              : std::string();
 }
 

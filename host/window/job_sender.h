@@ -2,6 +2,7 @@
 
 #include "host/jobs/job.h"
 #include "host/jobs/job_status.h"
+#include "host/jobs/passwords.h"
 #include "host/jobs/queue_submission.h"
 
 #include <QString>
@@ -19,6 +20,7 @@ namespace host {
 struct Destination {
     std::optional<QueueAddress> queue;
     std::string folder;
+    PasswordPrompt passwords{}; ///< asked where the queue's server wants one
 };
 
 /// What a sent job's destination says of it, for the time in which the window follows it.

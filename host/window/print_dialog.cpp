@@ -9,6 +9,7 @@
 #include "host/window/document_view.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
+#include "host/window/password_question.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -701,7 +702,8 @@ void PrintDialog::print() {
         if (!session_->shouldPrint())
             return;
         destination_ = {.queue = toFolder ? std::nullopt : printer.queue,
-                        .folder = toFolder ? generalPage_->folder().toStdString() : std::string()};
+                        .folder = toFolder ? generalPage_->folder().toStdString() : std::string(),
+                        .passwords = passwordPrompt(*this, language_)};
         sent = true;
         outcome = JobSender(*this,
                             {.title = windowText(Text::Printing, language_),

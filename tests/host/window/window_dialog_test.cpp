@@ -25,6 +25,7 @@
 #include <QTextBrowser>
 #include <QTreeWidget>
 
+#include <atomic>
 #include <filesystem>
 #include <thread>
 
@@ -241,6 +242,29 @@ private slots:
         QCOMPARE(window.dialog().message(), QString("Printing was cancelled."));
         QVERIFY(window.dialog().isVisible());
         QVERIFY(window.dialog().printed().empty());
+    }
+
+    void aPasswordIsAskedForWhileTheJobIsSent() {
+        std::vector<std::string> given;
+        std::atomic<int> seen = 0; // how often the progress was seen, with no question above it
+        WindowUnderTest window({.submission = [&](const auto& destination, const auto&, const auto&) {
+            for (const bool isAgain : {false, true}) {
+                while (seen == (isAgain ? 1 : 0))
+                    std::this_thread::yield();
+                const auto answer = destination.passwords({.server = "Office", .user = "ann", .isAgain = isAgain});
+                given.push_back(answer ? answer->user + ":" + answer->password : "nothing");
+            }
+            return host::JobResult{.ok = true};
+        }});
+        const auto seeProgress = [&seen](QWidget&) { ++seen; };
+        const auto type = [](QWidget& question) {
+            QTest::keyClicks(question.findChild<QLineEdit*>("passwordField"), "a word");
+            dynamic_cast<QDialog&>(question).accept();
+        };
+        const auto cancel = [](QWidget& question) { dynamic_cast<QDialog&>(question).reject(); };
+        window.answer({agree, seeProgress, type, seeProgress, cancel});
+        window.click("printButton");
+        QCOMPARE(given, (std::vector<std::string>{"ann:a word", "nothing"}));
     }
 
     void sendingLeavesTheWindowsThread() {
