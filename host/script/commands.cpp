@@ -63,7 +63,7 @@ Kind& ScriptHost::usableControl(const CommandReader& command) {
 
 void ScriptHost::open(const CommandReader& command, Json& answer) {
     const std::string name = command.textOrNone("session").value_or("main");
-    auto opened = std::make_unique<Dialog>(command, defaultBundle_);
+    auto opened = std::make_unique<Dialog>(command, defaultBundle_, makeUser_());
     dialogs_.erase(name); // what stands under the name ends before the new panels are made
     opened->begin();
     answer["panels"] = opened->panelsInWords();
@@ -76,7 +76,7 @@ void ScriptHost::view(const CommandReader& command, Json&) {
 }
 
 void ScriptHost::show(const CommandReader& command, Json&) {
-    if (!dialog(command).session().showPanel(panel(command)))
+    if (!dialog(command).user().showPanel(dialog(command).session(), panel(command)))
         throw ScriptError("The panel's view description cannot be loaded.");
 }
 
@@ -87,6 +87,7 @@ void ScriptHost::hide(const CommandReader& command, Json& answer) {
 void ScriptHost::choose(const CommandReader& command, Json&) {
     const std::string choice = command.text("choice");
     auto& view = usableControl<toolkit::Control>(command);
+    ScriptUser& user = dialog(command).user();
     const auto missing = [&] {
         return ScriptError("The control \"" + command.text("control") + "\" offers no \"" + choice + "\".");
     };
@@ -96,28 +97,28 @@ void ScriptHost::choose(const CommandReader& command, Json&) {
             throw missing();
         if (!popup->items()[static_cast<std::size_t>(index)].enabled)
             throw ScriptError("The item \"" + choice + "\" is disabled.");
-        popup->userSelectedItemAtIndex(index);
+        user.pickItem(*popup, index);
     } else if (auto* matrix = dynamic_cast<toolkit::RadioMatrix*>(&view)) {
         const int row = matrix->rowWithKeyword(choice);
         if (row < 0)
             throw missing();
-        matrix->userSelectedRow(row);
+        user.pickRow(*matrix, row);
     } else if (auto* table = dynamic_cast<toolkit::TableView*>(&view)) {
         const int index = table->content() == nullptr ? -1 : table->content()->indexOfId(choice);
         if (index < 0)
             throw missing();
-        table->userSelectedEntry(index);
+        user.pickEntry(*table, index);
     } else {
         throw ScriptError("The control \"" + command.text("control") + "\" has nothing to choose from.");
     }
 }
 
 void ScriptHost::check(const CommandReader& command, Json&) {
-    usableControl<toolkit::CheckBox>(command).userSetOn(command.boolean("on", false));
+    dialog(command).user().setOn(usableControl<toolkit::CheckBox>(command), command.boolean("on", false));
 }
 
 void ScriptHost::press(const CommandReader& command, Json&) {
-    usableControl<toolkit::PushButton>(command).userPressed();
+    dialog(command).user().press(usableControl<toolkit::PushButton>(command));
 }
 
 void ScriptHost::adjust(const CommandReader& command, Json&) {
@@ -126,7 +127,7 @@ void ScriptHost::adjust(const CommandReader& command, Json&) {
     if (!(value >= field.minimum() && value <= field.maximum()))
         throw ScriptError("The value must lie between " + toolkit::Value(field.minimum()).textReading() + " and " +
                           toolkit::Value(field.maximum()).textReading() + ".");
-    field.userSetValue(value);
+    dialog(command).user().enter(field, value);
 }
 
 void ScriptHost::mark(const CommandReader& command, Json&) {

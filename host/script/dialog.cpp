@@ -178,8 +178,9 @@ std::optional<std::string> Dialog::filterAsk(const std::string& option, const st
     return "The script refuses \"" + choice + "\" for \"" + option + "\".";
 }
 
-Dialog::Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle)
-    : userDefaults_(openUserDefaults(command)) {
+Dialog::Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle,
+               std::unique_ptr<ScriptUser> user)
+    : user_(std::move(user)), userDefaults_(openUserDefaults(command)) {
     std::string error;
     options_.bundleView = bundleView(command);
     options_.plugIn =
@@ -224,9 +225,13 @@ void Dialog::begin() {
     session_ = Session::open(std::move(options_), error);
     if (session_ == nullptr)
         throw ScriptError(error);
+    user_->sessionDidOpen(*session_);
 }
 
-Dialog::~Dialog() = default;
+Dialog::~Dialog() {
+    if (session_ != nullptr)
+        user_->sessionWillEnd();
+}
 
 CVPrintQualityPDE& Dialog::panel(const std::string& name) {
     const auto found = std::ranges::find(kPanelNames, name);

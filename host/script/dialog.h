@@ -16,8 +16,8 @@ namespace host {
 class Dialog {
 public:
     /// Reads what the command `open` says; begin() then opens it. The bundle is the one of the command, else the
-    /// default one. Throws ScriptError.
-    Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle);
+    /// default one. The user is never null. Throws ScriptError.
+    Dialog(const CommandReader& command, const std::filesystem::path& defaultBundle, std::unique_ptr<ScriptUser> user);
     ~Dialog();
     Dialog(const Dialog&) = delete;
     Dialog& operator=(const Dialog&) = delete;
@@ -25,6 +25,7 @@ public:
     /// Makes the panels. Once, before anything else. Throws ScriptError; what an ask raises passes through.
     void begin();
     [[nodiscard]] Session& session() { return *session_; }
+    [[nodiscard]] ScriptUser& user() { return *user_; }
     [[nodiscard]] ScriptAlerts& alerts() { return alerts_; }
     [[nodiscard]] toolkit::UserDefaults& userDefaults() { return *userDefaults_; }
     /// "print" or "color". Throws ScriptError where there is no such panel.
@@ -45,7 +46,8 @@ private:
     static std::map<std::string, bool> raisesFromJson(const Json& options);
     [[nodiscard]] std::optional<std::string> filterAsk(const std::string& option, const std::string& choice) const;
 
-    ScriptAlerts alerts_;
+    std::unique_ptr<ScriptUser> user_;
+    ScriptAlerts alerts_{*user_};
     std::unique_ptr<toolkit::UserDefaults> userDefaults_;
     Refusals refusals_;
     std::map<std::string, bool> raises_; // true: a toolkit exception

@@ -71,6 +71,7 @@ ScriptedAnswer ScriptAlerts::nextAnswer() {
 toolkit::AlertAnswer ScriptAlerts::presentAlert(const toolkit::Alert& alert, bool asSheet) {
     const ScriptedAnswer answer = nextAnswer();
     const std::size_t button = buttonOf(answer, alert.buttons);
+    const std::size_t at = shown_.size();
     shown_.push_back({{"how", asSheet ? "sheet" : "alert"},
                       {"style", alert.style == toolkit::AlertStyle::Critical ? "critical" : "informational"},
                       {"window", nullptr},
@@ -80,9 +81,14 @@ toolkit::AlertAnswer ScriptAlerts::presentAlert(const toolkit::Alert& alert, boo
                       {"buttons", titlesOf(alert.buttons)},
                       {"suppression", alert.showsSuppressionButton},
                       {"icon", alert.icon ? textOrNull(alert.icon->name) : Json(nullptr)},
-                      {"answered", alert.buttons.empty() ? Json(nullptr) : Json(alert.buttons[button].key)}});
-    return {.button = static_cast<int>(button),
-            .suppressionButtonOn = alert.showsSuppressionButton && answer.suppress.value_or(false)};
+                      {"answered", nullptr}});
+    const toolkit::AlertAnswer given =
+        user_.answerAlert(alert, asSheet,
+                          {.button = static_cast<int>(button),
+                           .suppressionButtonOn = alert.showsSuppressionButton && answer.suppress.value_or(false)});
+    if (!alert.buttons.empty())
+        shown_[at]["answered"] = alert.buttons[static_cast<std::size_t>(given.button)].key;
+    return given;
 }
 
 void ScriptAlerts::presentPanel(const toolkit::AlertPanel& panel) {
@@ -97,6 +103,7 @@ void ScriptAlerts::presentPanel(const toolkit::AlertPanel& panel) {
                       {"suppression", false},
                       {"icon", nullptr},
                       {"answered", panel.defaultButton.key}});
+    user_.answerPanel(panel);
 }
 
 void ScriptAlerts::presentWindow(toolkit::Window& window) {
@@ -116,10 +123,9 @@ void ScriptAlerts::presentWindow(toolkit::Window& window) {
                       {"suppression", parts.suppression != nullptr},
                       {"icon", textOrNull(parts.picture)},
                       {"answered", titles.empty() ? Json(nullptr) : Json(titles[button].key)}});
-    if (parts.suppression != nullptr && answer.suppress)
-        parts.suppression->userSetOn(*answer.suppress);
-    if (!parts.buttons.empty())
-        parts.buttons[button]->userPressed();
+    user_.answerWindow(window, {.button = parts.buttons.empty() ? nullptr : parts.buttons[button],
+                                .suppressionButton = answer.suppress ? parts.suppression : nullptr,
+                                .suppressionButtonOn = answer.suppress.value_or(false)});
 }
 
 void ScriptAlerts::openHelp(std::string_view anchor, std::string_view book) {

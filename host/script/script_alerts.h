@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/script/model_json.h"
-#include "host/session/session.h"
+#include "host/script/script_user.h"
 
 #include <deque>
 #include <optional>
@@ -17,9 +17,11 @@ struct ScriptedAnswer {
     std::optional<bool> suppress;              ///< none: the box stays as it stands
 };
 
-/// Answers alerts as a script says, and keeps what was shown.
+/// Has alerts answered by the user as a script says, and keeps what was shown. The user is borrowed.
 class ScriptAlerts final : public AlertPresenter {
 public:
+    explicit ScriptAlerts(ScriptUser& user) : user_(user) {}
+
     void setAnswers(std::deque<ScriptedAnswer> answers) { answers_ = std::move(answers); }
     /// Hands over what was shown since the last time, in order.
     [[nodiscard]] Json takeShown() { return std::exchange(shown_, Json::array()); }
@@ -34,6 +36,7 @@ public:
 private:
     [[nodiscard]] ScriptedAnswer nextAnswer();
 
+    ScriptUser& user_;
     std::deque<ScriptedAnswer> answers_;
     Json shown_ = Json::array();
     Json openedHelp_ = nullptr;

@@ -3,6 +3,7 @@
 #include "host/script/dialog.h"
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -14,7 +15,12 @@ namespace host {
 /// by name. Commands are documented in `docs/scripted-host.md`.
 class ScriptHost {
 public:
-    explicit ScriptHost(std::filesystem::path defaultBundle) : defaultBundle_(std::move(defaultBundle)) {}
+    /// Makes the user of a new dialog.
+    using UserMaker = std::function<std::unique_ptr<ScriptUser>()>;
+
+    explicit ScriptHost(
+        std::filesystem::path defaultBundle, UserMaker makeUser = [] { return std::make_unique<ScriptUser>(); })
+        : defaultBundle_(std::move(defaultBundle)), makeUser_(std::move(makeUser)) {}
 
     /// Whether the line holds a command: it is not empty and no comment.
     static bool isCommand(std::string_view line);
@@ -83,6 +89,7 @@ private:
     void put(const CommandReader& command, Json& answer);
 
     std::filesystem::path defaultBundle_;
+    UserMaker makeUser_;
     std::map<std::string, std::unique_ptr<Dialog>> dialogs_;
     bool lastFailed_ = false;
 };

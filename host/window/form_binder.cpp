@@ -11,6 +11,7 @@
 #include <QBuffer>
 #include <QComboBox>
 #include <QFile>
+#include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QSlider>
@@ -35,10 +36,27 @@ private:
     toolkit::CheckBox& button_;
 };
 
+// Shows a line or a frame that holds nothing of its own.
+class FrameBinding final : public WidgetBinding {
+public:
+    FrameBinding(toolkit::View& model, QWidget& frame, Context context)
+        : WidgetBinding(model, frame, std::move(context)) {
+        show();
+    }
+
+private:
+    void show() override { showVisibility(); }
+};
+
 // Kinds of models that no widget has to show: lists, windows, and plain areas.
 bool needsWidget(const toolkit::View& model) {
     return dynamic_cast<const toolkit::ItemList*>(&model) == nullptr &&
            dynamic_cast<const toolkit::Window*>(&model) == nullptr && typeid(model) != typeid(toolkit::View);
+}
+
+// Whether its model alone says when it is shown; the pages of a stack and what is disclosed follow others.
+bool isFrame(const QWidget& widget) {
+    return qobject_cast<const QFrame*>(&widget) != nullptr && !widget.property(kDisclosedBy).isValid();
 }
 
 class InputFilter : public QObject {
@@ -63,6 +81,18 @@ public:
 };
 
 } // namespace
+
+std::vector<toolkit::View*> modelsOfForm(const toolkit::LoadedViews& views) {
+    std::vector<const toolkit::View*> elsewhere;
+    for (const auto& view : views.views())
+        if (const auto* window = dynamic_cast<const toolkit::Window*>(view.get()))
+            elsewhere.insert(elsewhere.end(), window->content().begin(), window->content().end());
+    std::vector<toolkit::View*> models;
+    for (const auto& view : views.views())
+        if (std::ranges::find(elsewhere, view.get()) == elsewhere.end())
+            models.push_back(view.get());
+    return models;
+}
 
 void commitNumbers(QWidget& widget) {
     for (auto* box : widget.findChildren<QAbstractSpinBox*>())
@@ -130,8 +160,11 @@ void FormBinder::bind(const std::vector<toolkit::View*>& models) {
     for (toolkit::View* model : models) {
         const QString name = QString::fromStdString(model->name());
         const auto widgets = form_->findChildren<QWidget*>(name);
-        if (!needsWidget(*model))
+        if (!needsWidget(*model)) {
+            if (widgets.size() == 1 && isFrame(*widgets.front()))
+                bindings_.push_back(std::make_unique<FrameBinding>(*model, *widgets.front(), context));
             continue;
+        }
         if (widgets.size() != 1) {
             problems_ << QStringLiteral("The form has %1 widgets \"%2\".").arg(widgets.size()).arg(name);
             continue;

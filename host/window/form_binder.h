@@ -63,6 +63,9 @@ private:
     bool changeIsTold_ = false;
 };
 
+/// The models that stand on a panel's form: all but those in windows of their own.
+std::vector<toolkit::View*> modelsOfForm(const toolkit::LoadedViews& views);
+
 /// Writes what was typed into number fields below the widget and not yet committed.
 void commitNumbers(QWidget& widget);
 

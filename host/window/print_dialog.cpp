@@ -326,26 +326,17 @@ void PrintDialog::populate(PanelTab& tab) {
     tab.isPopulated = true;
     if (tab.binder != nullptr)
         return;
-    const toolkit::LoadedViews& views = *tab.panel->loadedViews();
-    std::vector<toolkit::View*> models; // without those that stand in windows of their own
-    std::vector<const toolkit::View*> elsewhere;
-    for (const auto& view : views.views())
-        if (const auto* window = dynamic_cast<const toolkit::Window*>(view.get()))
-            elsewhere.insert(elsewhere.end(), window->content().begin(), window->content().end());
-    for (const auto& view : views.views())
-        if (std::ranges::find(elsewhere, view.get()) == elsewhere.end())
-            models.push_back(view.get());
     QString taken = takenLetters_;
     for (int index = 0; index < tabs_->count(); ++index) {
         const QString title = tabs_->tabText(index);
         taken += title.mid(title.indexOf(u'&') + 1, 1).toUpper();
     }
-    tab.binder =
-        std::make_unique<FormBinder>(*session_->pluginBundle(), tab.panel->thePDEName().value_or(""), models,
-                                     FormBinder::Surroundings{.run = [this](const auto& action) { act(action); },
-                                                              .sizeChanged = [this] { fitLater(); },
-                                                              .takenLetters = taken,
-                                                              .language = language_});
+    tab.binder = std::make_unique<FormBinder>(
+        *session_->pluginBundle(), tab.panel->thePDEName().value_or(""), modelsOfForm(*tab.panel->loadedViews()),
+        FormBinder::Surroundings{.run = [this](const auto& action) { act(action); },
+                                 .sizeChanged = [this] { fitLater(); },
+                                 .takenLetters = taken,
+                                 .language = language_});
     if (!tab.binder->problems().isEmpty())
         tell(windowText(Text::ViewIncomplete, language_).arg(tab.binder->problems().join(u' ')));
     if (tab.binder->form() == nullptr)
