@@ -5,6 +5,7 @@
 #include "session_window.h"
 
 #include "host/script/script_host.h"
+#include "host/session/program_files.h"
 
 #include <QApplication>
 
@@ -16,7 +17,7 @@ int main(int argumentCount, char* arguments[]) {
     QApplication application(argumentCount, arguments);
     tests::SessionWindow::Record record;
     {
-        host::ScriptHost scriptHost(host::PlugIn::defaultBundle(),
+        host::ScriptHost scriptHost(host::pathOfPlugInBundle(),
                                     [&] { return std::make_unique<tests::SessionWindow>(record); });
         for (std::string line; std::getline(std::cin, line);) {
             if (!host::ScriptHost::isCommand(line))

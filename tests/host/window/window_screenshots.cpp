@@ -1,10 +1,17 @@
-// Writes a picture of every page of the dialog: window_screenshots FOLDER
+// Writes a picture of every page of the dialog, light and dark, in every language of the window, and looks for what is
+// cut or overlaps: window_screenshots FOLDER [POINTS...], the sizes of the font.
 
+#include "layout_check.h"
 #include "window_under_test.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QSlider>
 #include <QStyleFactory>
+
+#include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -27,39 +34,62 @@ QPalette darkPalette() {
     return palette;
 }
 
+int pictures = 0;
+QStringList problems;
+
+void takePicture(tests::WindowUnderTest& window, const QString& path) {
+    QTest::qWait(50); // until the window has its size
+    window.dialog().grab().save(path);
+    ++pictures;
+    for (const QString& problem : tests::whatIsCut(window.dialog()) + tests::whatOverlaps(window.dialog()))
+        problems << QFileInfo(path).baseName() + QStringLiteral(": ") + problem;
+}
+
+void takePictures(const QDir& folder, const std::string& language, bool isDark, const QString& points) {
+    static const QPalette light = QApplication::palette();
+    QApplication::setPalette(isDark ? darkPalette() : light);
+    tests::WindowUnderTest window({.languages = {language}});
+    const auto path = [&](const char* page) {
+        return folder.filePath(QString::fromLatin1(page) + u'-' + QString::fromStdString(language) +
+                               (isDark ? "-dark" : "") + (points.isEmpty() ? QString() : u'-' + points) + ".png");
+    };
+    takePicture(window, path("general"));
+    window.open(tests::WindowUnderTest::PrintSetting);
+    window.pick("mediaTypePopup", 3);
+    takePicture(window, path("print"));
+    window.click("optionButton");
+    takePicture(window, path("print-advanced"));
+    window.open(tests::WindowUnderTest::ColorSetting);
+    window.click("colorEnhanceButton");
+    takePicture(window, path("color"));
+    window.click("optionButton");
+    window.widget<QSlider>("brightnessSlider").setSliderPosition(6);
+    window.widget<QSlider>("redSlider").setSliderPosition(-8);
+    takePicture(window, path("color-advanced"));
+    window.open(tests::WindowUnderTest::Summary);
+    takePicture(window, path("summary"));
+}
+
 } // namespace
 
 int main(int argumentCount, char* arguments[]) {
     QApplication application(argumentCount, arguments);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    if (argumentCount != 2 || !QDir().mkpath(arguments[1]))
-        qFatal("Usage: window_screenshots FOLDER");
+    if (argumentCount < 2 || !QDir().mkpath(arguments[1]))
+        qFatal("Usage: window_screenshots FOLDER [POINTS...]");
     const QDir folder(arguments[1]);
-    const QPalette light = QApplication::palette();
-    const char* const kPages[] = {"general", "print", "color", "summary"};
-    for (const bool isDark : {false, true})
-        for (const std::string language : {"en", "ja", "de", "fr", "es", "zh_CN"}) {
-            QApplication::setPalette(isDark ? darkPalette() : light);
-            tests::WindowUnderTest window({.languages = {language}});
-            for (int page = 0; page < 4; ++page) {
-                window.open(static_cast<tests::WindowUnderTest::Page>(page));
-                if (page == tests::WindowUnderTest::PrintSetting)
-                    window.pick("mediaTypePopup", 3);
-                if (page == tests::WindowUnderTest::ColorSetting)
-                    window.click("colorEnhanceButton");
-                const auto grab = [&](const QString& suffix) {
-                    QTest::qWait(50);
-                    const QString name =
-                        QStringLiteral("%1-%2%3-%4.png")
-                            .arg(kPages[page], QString::fromStdString(language), isDark ? "-dark" : "", suffix);
-                    window.dialog().grab().save(folder.filePath(name));
-                };
-                grab("1");
-                if (page == tests::WindowUnderTest::PrintSetting || page == tests::WindowUnderTest::ColorSetting) {
-                    window.click("optionButton");
-                    grab("2");
-                }
-            }
-        }
-    return 0;
+    QFont font = QApplication::font();
+    for (int index = 2; index < std::max(argumentCount, 3); ++index) {
+        const QString points = argumentCount == 2 ? QString() : QString::fromLatin1(arguments[index]);
+        if (!points.isEmpty())
+            font.setPointSize(points.toInt());
+        QApplication::setFont(font);
+        for (const bool isDark : {false, true})
+            for (const std::string language : {"en", "ja", "de", "fr", "es", "zh_CN"})
+                takePictures(folder, language, isDark, points);
+    }
+    for (const QString& problem : problems)
+        std::fprintf(stderr, "%s\n", qPrintable(problem));
+    std::printf("%d pictures, %d problems of layout\n", pictures, static_cast<int>(problems.size()));
+    return problems.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE;
 }

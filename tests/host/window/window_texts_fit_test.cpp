@@ -1,44 +1,12 @@
-// No text is cut, in any language and size.
+// No text is cut, and nothing overlaps, in any language and size.
 
+#include "layout_check.h"
 #include "window_under_test.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QLabel>
-#include <QSpinBox>
-#include <QTabBar>
 
 using tests::WindowUnderTest;
-
-namespace {
-
-// What shows a text that has to be seen whole.
-bool showsText(const QWidget& widget) {
-    const auto* label = qobject_cast<const QLabel*>(&widget);
-    if (label != nullptr)
-        return !label->text().isEmpty();
-    return qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
-           qobject_cast<const QComboBox*>(&widget) != nullptr ||
-           qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr;
-}
-
-QString whatIsCut(const QWidget& widget) {
-    const auto* label = qobject_cast<const QLabel*>(&widget);
-    const bool wraps = label != nullptr && label->wordWrap();
-    const QSize needed(wraps ? widget.width() : widget.sizeHint().width(),
-                       wraps ? widget.heightForWidth(widget.width()) : widget.sizeHint().height());
-    return needed.width() <= widget.width() && needed.height() <= widget.height()
-               ? QString()
-               : QStringLiteral("%1 needs %2x%3, has %4x%5")
-                     .arg(widget.objectName())
-                     .arg(needed.width())
-                     .arg(needed.height())
-                     .arg(widget.width())
-                     .arg(widget.height());
-}
-
-} // namespace
 
 class WindowTextsFitTest : public QObject {
     Q_OBJECT
@@ -71,10 +39,7 @@ private slots:
                 window.click("optionButton");
             QTest::qWait(20);
             QVERIFY(window.dialog().height() >= window.dialog().minimumSizeHint().height());
-            for (const QWidget* widget : window.dialog().findChildren<QWidget*>())
-                if (widget->isVisible() && showsText(*widget))
-                    if (const QString what = whatIsCut(*widget); !what.isEmpty())
-                        cut << what;
+            cut << tests::whatIsCut(window.dialog()) << tests::whatOverlaps(window.dialog());
         }
         QVERIFY2(cut.isEmpty(), qPrintable(cut.join('\n')));
     }
@@ -88,9 +53,7 @@ private slots:
         font.setPointSize(14);
         QApplication::setFont(font);
         QTest::qWait(50);
-        for (const QWidget* widget : window.page().findChildren<QWidget*>())
-            if (widget->isVisible() && showsText(*widget))
-                QVERIFY2(whatIsCut(*widget).isEmpty(), qPrintable(whatIsCut(*widget)));
+        QVERIFY2(tests::whatIsCut(window.dialog()).isEmpty(), qPrintable(tests::whatIsCut(window.dialog()).join('\n')));
     }
 };
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+namespace tests {
+
+/// The widgets below this one that cannot show their text, picture or items whole, a sentence each.
+QStringList whatIsCut(const QWidget& window);
+/// The pairs of controls and labels below this one that lie over one another, a sentence each.
+QStringList whatOverlaps(const QWidget& window);
+
+} // namespace tests
