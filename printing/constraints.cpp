@@ -1,10 +1,28 @@
 #include "printing/constraints.h"
 
 #include <algorithm>
+#include <functional>
+#include <tuple>
 
 #include <strings.h>
 
 namespace printing {
+namespace {
+
+/// The same for two constraints of the same terms, whatever their order.
+std::string keyOf(const ConstraintTable::Constraint& constraint) {
+    std::vector<const ConstraintTable::Term*> terms;
+    for (const ConstraintTable::Term& term : constraint)
+        terms.push_back(&term);
+    std::ranges::sort(terms, {}, [](const auto* term) { return std::tie(term->option, term->choice); });
+    std::string key;
+    for (const ConstraintTable::Term* term : terms)
+        for (const std::string& word : {std::cref(term->option), std::cref(term->choice)})
+            key.append(word).append(1, '\n'); // no keyword holds a line's end
+    return key;
+}
+
+} // namespace
 
 bool ConstraintTable::Term::covers(std::string_view given) const {
     if (!choice.empty())
@@ -16,30 +34,18 @@ bool ConstraintTable::Term::covers(std::string_view given) const {
 
 void ConstraintTable::add(Constraint constraint) {
     // A PPD tells most constraints twice, once from each side.
-    const auto sameTerm = [](const Term& one, const Term& other) {
-        return one.option == other.option && one.choice == other.choice;
-    };
-    const auto stands = [&](const Constraint* other) {
-        return std::ranges::is_permutation(*other, constraint, sameTerm);
-    };
-    if (constraint.empty() || std::ranges::any_of(withOption(constraint.front().option), stands))
+    if (constraint.empty() || !keys_.insert(keyOf(constraint)).second)
         return;
-    for (const Term& term : constraint)
-        byOption_.emplace(term.option, constraints_.size());
-    constraints_.push_back(std::move(constraint));
+    const Constraint& kept = constraints_.emplace_back(std::move(constraint));
+    for (const Term& term : kept)
+        if (auto& list = byOption_[term.option]; list.empty() || list.back() != &kept)
+            list.push_back(&kept);
 }
 
-std::vector<const ConstraintTable::Constraint*> ConstraintTable::withOption(std::string_view option) const {
-    const auto [first, last] = byOption_.equal_range(std::string(option));
-    std::vector<std::size_t> positions;
-    for (auto entry = first; entry != last; ++entry)
-        positions.push_back(entry->second);
-    std::ranges::sort(positions); // the PPD's order
-    std::vector<const Constraint*> found;
-    found.reserve(positions.size());
-    for (const std::size_t position : positions)
-        found.push_back(&constraints_[position]);
-    return found;
+const std::vector<const ConstraintTable::Constraint*>& ConstraintTable::withOption(std::string_view option) const {
+    static const std::vector<const Constraint*> kNone;
+    const auto found = byOption_.find(option);
+    return found == byOption_.end() ? kNone : found->second;
 }
 
 } // namespace printing

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <deque>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
+#include <unordered_set>
 #include <vector>
 
 namespace printing {
@@ -19,13 +20,15 @@ public:
     };
     using Constraint = std::vector<Term>;
 
+    /// Keeps the constraint, unless one of the same terms in any order stands already.
     void add(Constraint constraint);
-    /// The constraints that have a term of this option; pointers into the table.
-    [[nodiscard]] std::vector<const Constraint*> withOption(std::string_view option) const;
+    /// The constraints that have a term of this option, in the order of adding. Borrowed: valid until the next add().
+    [[nodiscard]] const std::vector<const Constraint*>& withOption(std::string_view option) const;
 
 private:
-    std::vector<Constraint> constraints_;
-    std::unordered_multimap<std::string, std::size_t> byOption_;
+    std::deque<Constraint> constraints_; // never moves what it holds
+    std::map<std::string, std::vector<const Constraint*>, std::less<>> byOption_;
+    std::unordered_set<std::string> keys_; // of the constraints: office printers have thousands
 };
 
 } // namespace printing

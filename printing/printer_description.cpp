@@ -80,11 +80,18 @@ int memoryFile(std::string_view text) {
     return descriptor;
 }
 
+// Where the line that stands at the place ends; the text's end where nothing ends it.
+std::size_t endOfLine(std::string_view text, std::size_t at) {
+    const auto end = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
+                                  [](char c) { return c == '\n' || c == '\r'; });
+    return static_cast<std::size_t>(end - text.begin());
+}
+
 // The lines of a PPD's text, without their ends.
 template <typename Visit>
 void forEachLine(std::string_view text, Visit visit) {
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        const std::size_t end = endOfLine(text, 0);
         visit(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
     }
@@ -157,7 +164,7 @@ std::string withTranslationsKept(std::string_view text, const std::string& langu
             kept += kTranslatedPrefix;
             at += prefix.size();
         }
-        const std::size_t end = std::min(text.find_first_of("\r\n", at), text.size() - 1);
+        const std::size_t end = std::min(endOfLine(text, at), text.size() - 1);
         kept += text.substr(at, end + 1 - at);
         at = end + 1;
     }
@@ -308,10 +315,10 @@ struct PrinterDescription::Record {
     }
 
     // "*CustomPageSize True" is how a PPD spells the free sizes of "PageSize".
-    static ConstraintTable::Term term(const std::string& option, const std::string& choice) {
+    static ConstraintTable::Term term(std::string_view option, std::string_view choice) {
         if (option == "CustomPageSize")
             return {std::string(kPageSizeOption), std::string(kCustomChoice)};
-        return {option, choice};
+        return {std::string(option), std::string(choice)};
     }
 };
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace printing {
 namespace {
 
@@ -132,6 +134,28 @@ TEST(PpdConstraints, AConstraintOnCustomSizesMeansEveryCustomSize) {
         ASSERT_TRUE(printer->mark("CVMediaType", "Glossy"));
         EXPECT_EQ(printer->conflictsOf("PageSize", "Custom.300x400"), Conflicts({{"CVMediaType", "Glossy"}}));
     }
+}
+
+TEST(PpdConstraints, AConstraintThatStandsTwiceCountsOnceInItsFirstPlace) {
+    const auto printer = constrained("*UIConstraints: *CVMediaType Glossy *CVResolution Draft\n"
+                                     "*UIConstraints: *CVMediaType Glossy *CVCover ON\n"
+                                     "*UIConstraints: *CVResolution Draft *CVMediaType Glossy\n"
+                                     "*cupsUIConstraints Again: \"*CVCover ON *CVMediaType Glossy\"\n");
+    ASSERT_TRUE(printer->mark("CVResolution", "Draft"));
+    ASSERT_TRUE(printer->mark("CVCover", "ON"));
+    EXPECT_EQ(printer->conflictsOf("CVMediaType", "Glossy"), Conflicts({{"CVResolution", "Draft"}, {"CVCover", "ON"}}));
+}
+
+// Office printers have thousands of constraints on one option. Were each compared with all before it, these would take
+// many times as long.
+TEST(PpdConstraints, ThousandsOfThemTakeNoLongerThanTheirNumber) {
+    std::string constraints;
+    for (int number = 0; number < 16'000; ++number)
+        constraints += "*UIConstraints: *CVMediaType Glossy *Tray" + std::to_string(number) + " ON\n";
+    const std::clock_t before = std::clock();
+    const auto printer = constrained(constraints);
+    EXPECT_LT(std::clock() - before, 4 * CLOCKS_PER_SEC);
+    EXPECT_EQ(printer->conflictsOf("CVMediaType", "Glossy"), Conflicts());
 }
 
 TEST(PpdConstraints, AnEmptyConstraintExcludesNothing) {
