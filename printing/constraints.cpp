@@ -2,27 +2,12 @@
 
 #include <algorithm>
 #include <functional>
-#include <tuple>
+#include <string>
+#include <utility>
 
 #include <strings.h>
 
 namespace printing {
-namespace {
-
-/// The same for two constraints of the same terms, whatever their order.
-std::string keyOf(const ConstraintTable::Constraint& constraint) {
-    std::vector<const ConstraintTable::Term*> terms;
-    for (const ConstraintTable::Term& term : constraint)
-        terms.push_back(&term);
-    std::ranges::sort(terms, {}, [](const auto* term) { return std::tie(term->option, term->choice); });
-    std::string key;
-    for (const ConstraintTable::Term* term : terms)
-        for (const std::string& word : {std::cref(term->option), std::cref(term->choice)})
-            key.append(word).append(1, '\n'); // no keyword holds a line's end
-    return key;
-}
-
-} // namespace
 
 bool ConstraintTable::Term::covers(std::string_view given) const {
     if (!choice.empty())
@@ -32,11 +17,24 @@ bool ConstraintTable::Term::covers(std::string_view given) const {
            strcasecmp(text.c_str(), "False") != 0;
 }
 
+std::size_t ConstraintTable::Hash::operator()(const Constraint* constraint) const {
+    const std::hash<std::string_view> hash;
+    std::size_t sum = 0;
+    for (const Term& term : *constraint)
+        sum += hash(term.option) * 31 + hash(term.choice);
+    return sum;
+}
+
+bool ConstraintTable::Same::operator()(const Constraint* one, const Constraint* other) const {
+    return std::ranges::is_permutation(*one, *other);
+}
+
 void ConstraintTable::add(Constraint constraint) {
     // A PPD tells most constraints twice, once from each side.
-    if (constraint.empty() || !keys_.insert(keyOf(constraint)).second)
+    if (constraint.empty() || known_.contains(&constraint))
         return;
     const Constraint& kept = constraints_.emplace_back(std::move(constraint));
+    known_.insert(&kept);
     for (const Term& term : kept)
         if (auto& list = byOption_[term.option]; list.empty() || list.back() != &kept)
             list.push_back(&kept);

@@ -82,9 +82,8 @@ int memoryFile(std::string_view text) {
 
 // Where the line that stands at the place ends; the text's end where nothing ends it.
 std::size_t endOfLine(std::string_view text, std::size_t at) {
-    const auto end = std::find_if(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
-                                  [](char c) { return c == '\n' || c == '\r'; });
-    return static_cast<std::size_t>(end - text.begin());
+    const std::string_view line = text.substr(at, text.find('\n', at) - at);
+    return at + std::min(line.find('\r'), line.size());
 }
 
 // The lines of a PPD's text, without their ends.
@@ -97,7 +96,18 @@ void forEachLine(std::string_view text, Visit visit) {
     }
 }
 
-// The option that the text opens and never closes: a file that was cut off in the middle still opens in libcups.
+template <typename Visit>
+void forEachWord(std::string_view text, Visit visit) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    for (std::size_t at = text.find_first_not_of(kBlanks); at != std::string_view::npos;) {
+        const std::size_t end = std::min(text.find_first_of(kBlanks, at), text.size());
+        visit(text.substr(at, end - at));
+        at = text.find_first_not_of(kBlanks, end);
+    }
+}
+
+// The option that the text opens and never closes: a file that was cut off in the middle still opens in libcups. Where
+// a group ends or begins the file goes on: it was not cut there, but the closing line forgotten.
 std::string unclosedOption(std::string_view text) {
     std::string open;
     forEachLine(text, [&](std::string_view line) {
@@ -107,8 +117,9 @@ std::string unclosedOption(std::string_view text) {
                 const std::size_t end = std::min(line.find_first_of("/:", star), line.size());
                 open = star == line.size() ? std::string(keyword) : std::string(line.substr(star, end - star));
             }
-        if (line.starts_with("*CloseUI") || line.starts_with("*JCLCloseUI"))
-            open.clear();
+        for (const std::string_view keyword : {"*CloseUI", "*JCLCloseUI", "*OpenGroup", "*CloseGroup"})
+            if (line.starts_with(keyword))
+                open.clear();
     });
     return open;
 }
@@ -241,8 +252,8 @@ struct PrinterDescription::Record {
     std::vector<Option> options;
     std::unordered_map<std::string_view, std::size_t> optionsByKeyword; // keys are the options' own keywords
     std::unordered_map<std::string_view, ppd_option_t*> ppdOptions;
-    ConstraintTable constraints;
-    std::string customPageSize; // libcups keeps only "Custom"
+    ConstraintTable constraints; // borrows texts of the record
+    std::string customPageSize;  // libcups keeps only "Custom"
 
     [[nodiscard]] ppd_option_t* ppdOption(std::string_view keyword) const {
         const auto found = ppdOptions.find(keyword);
@@ -301,13 +312,12 @@ struct PrinterDescription::Record {
         for (const ppd_attr_t* attribute = ppdFindAttr(ppd.get(), "cupsUIConstraints", nullptr); attribute != nullptr;
              attribute = ppdFindNextAttr(ppd.get(), "cupsUIConstraints", nullptr)) {
             ConstraintTable::Constraint terms; // "*Option Choice *Option Choice ..."
-            std::istringstream stream(attribute->value == nullptr ? "" : attribute->value);
-            for (std::string word; stream >> word;) {
+            forEachWord(attribute->value == nullptr ? "" : attribute->value, [&](std::string_view word) {
                 if (word.starts_with('*'))
-                    terms.push_back({word.substr(1), ""});
+                    terms.push_back({word.substr(1), {}});
                 else if (!terms.empty())
                     terms.back().choice = word;
-            }
+            });
             for (ConstraintTable::Term& each : terms)
                 each = term(each.option, each.choice);
             constraints.add(std::move(terms));
@@ -317,8 +327,8 @@ struct PrinterDescription::Record {
     // "*CustomPageSize True" is how a PPD spells the free sizes of "PageSize".
     static ConstraintTable::Term term(std::string_view option, std::string_view choice) {
         if (option == "CustomPageSize")
-            return {std::string(kPageSizeOption), std::string(kCustomChoice)};
-        return {std::string(option), std::string(choice)};
+            return {kPageSizeOption, kCustomChoice};
+        return {option, choice};
     }
 };
 
@@ -529,7 +539,7 @@ std::vector<MarkedChoice> PrinterDescription::conflictsOf(std::string_view optio
                 return covers(term, choice);
             const auto marked = record_->markedChoice(term.option);
             if (marked)
-                others.emplace_back(term.option, *marked);
+                others.emplace_back(std::string(term.option), *marked);
             return marked && covers(term, *marked);
         });
         if (!active)

@@ -134,6 +134,18 @@ TEST_F(OpeningAPpd, AFileThatWasCutOffInAnOptionIsRefusedWithTheOptionsName) {
     }
 }
 
+TEST_F(OpeningAPpd, AnOptionWhoseClosingLineWasForgottenIsNotTakenForACutOffFile) {
+    std::string text =
+        ppdWith("*OpenGroup: Quality/Quality\n" + option("CVResolution/Quality", "Standard", {"Standard", "High"}) +
+                "*CloseGroup: Quality\n" + option("CVMediaType/Media", "Plain", {"Plain", "Glossy"}));
+    const std::string closing = "*CloseUI: *CVResolution\n";
+    text.erase(text.find(closing), closing.size());
+    const auto printer = openPrinter(text);
+    ASSERT_NE(printer, nullptr);
+    EXPECT_NE(printer->option("CVResolution"), nullptr);
+    EXPECT_NE(printer->option("CVMediaType"), nullptr);
+}
+
 TEST_F(OpeningAPpd, AJobControlOptionThatWasCutOffIsRefusedToo) {
     const std::string text =
         good + "*JCLOpenUI *JCLDuplex/Sides: PickOne\n*DefaultJCLDuplex: Off\n*JCLDuplex Off: \"\"\n";
