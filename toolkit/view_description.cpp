@@ -27,6 +27,9 @@ struct LoadedViews::Content {
 
 namespace {
 
+constexpr std::int64_t kMostRows = 100; // of a matrix
+constexpr int kDeepestNesting = 64;     // of widgets, layouts and items
+
 std::vector<std::string> words(const std::string& text) {
     std::istringstream stream(text);
     std::vector<std::string> result;
@@ -47,6 +50,10 @@ public:
         const pugi::xml_node child = value(property);
         const pugi::xml_node number = child.child("number") ? child.child("number") : child.child("double");
         return number ? number.text().as_double() : otherwise;
+    }
+    /// Cut toward zero; the nearest limit for what no integer can hold.
+    [[nodiscard]] std::int64_t integer(const char* property, double otherwise) const {
+        return Value(number(property, otherwise)).integerReading();
     }
     [[nodiscard]] bool flag(const char* property) const { return value(property).child("bool").text().as_bool(); }
     [[nodiscard]] Rect rect(const char* property) const {
@@ -81,7 +88,8 @@ constexpr KindOfWidget kKinds[] = {
     {"QComboBox", "", make<PopUpList>},
     {"QGroupBox", "matrix",
      [](const Widget& widget) -> std::unique_ptr<View> {
-         return std::make_unique<RadioMatrix>(widget.name(), static_cast<int>(widget.number("rows", 1)));
+         return std::make_unique<RadioMatrix>(
+             widget.name(), static_cast<int>(std::clamp<std::int64_t>(widget.integer("rows", 1), 1, kMostRows)));
      }},
     {"QGroupBox", "", make<TitledBox>},
     {"QCheckBox", "", make<CheckBox>},
@@ -171,12 +179,18 @@ private:
     }
 
     bool readChildren(const pugi::xml_node& node, std::string& error) {
-        return std::ranges::all_of(node.children(), [&](const pugi::xml_node& child) {
+        if (++depth_ > kDeepestNesting) {
+            error = "The view description is nested too deeply.";
+            return false;
+        }
+        const bool read = std::ranges::all_of(node.children(), [&](const pugi::xml_node& child) {
             const std::string_view element = child.name();
             if (element == "widget")
                 return readWidget(Widget(child), error) != nullptr;
             return (element != "layout" && element != "item") || readChildren(child, error);
         });
+        --depth_;
+        return read;
     }
 
     void setUp(View& view, const Widget& widget) {
@@ -184,7 +198,7 @@ private:
         if (widget.flag("hidden"))
             view.setHidden(true);
         if (auto* control = dynamic_cast<Control*>(&view)) {
-            control->setTag(static_cast<std::int64_t>(widget.number("tag", 0)));
+            control->setTag(widget.integer("tag", 0));
             control->setActionMessage(widget.text("action"));
         }
         if (auto* button = dynamic_cast<Button*>(&view); button != nullptr && !widget.text("text").empty())
@@ -225,6 +239,7 @@ private:
     LoadedViews::Content& content_;
     ItemList* list_ = nullptr;
     Window* window_ = nullptr;
+    int depth_ = 0;
 };
 
 LoadedViews::LoadedViews() : content_(std::make_unique<Content>()) {}

@@ -1,7 +1,10 @@
 #include "tests/toolkit/bundle_folder.h"
 #include "tests/toolkit/form.h"
+#include "toolkit/radio_matrix.h"
 
 #include <gmock/gmock.h>
+
+#include <cstdint>
 
 namespace toolkit {
 namespace {
@@ -73,6 +76,38 @@ TEST_F(BrokenViewDescription, AMissingCompanionIsNamed) {
 
 TEST_F(BrokenViewDescription, ADescriptionIsNotItsOwnCompanion) {
     EXPECT_THAT(errorOf(text("companions", "Form")), HasSubstr("twice"));
+}
+
+TEST_F(BrokenViewDescription, WhatIsNestedTooDeeplyIsRefused) {
+    const auto nested = [](int depth) {
+        std::string inside;
+        for (int level = 0; level < depth; ++level)
+            inside = widget("QFrame", "frame" + std::to_string(level), inside);
+        return form(inside);
+    };
+    EXPECT_NE(folder.load(nested(64)), nullptr);
+    EXPECT_THAT(folder.errorOfLoading(nested(65)), HasSubstr("too deeply"));
+    EXPECT_THAT(folder.errorOfLoading(nested(20'000)), HasSubstr("too deeply"));
+}
+
+TEST_F(BrokenViewDescription, NumbersBeyondAnyUseAreBounded) {
+    const auto huge = [](const char* name, const char* value) {
+        return property(name, std::string("<double>") + value + "</double>");
+    };
+    for (const char* value : {"1e300", "-1e300", "nan", "inf"}) {
+        SCOPED_TRACE(value);
+        folder.writeResource("Form.ui",
+                             form(widget("QWidget", "panelView",
+                                         widget("QGroupBox", "matrix", text("kind", "matrix") + huge("rows", value)) +
+                                             widget("QCheckBox", "box", huge("tag", value)))));
+        std::string error;
+        const auto views = LoadedViews::load(*folder.open(), "Form", error);
+        ASSERT_NE(views, nullptr) << error;
+        const auto rows = dynamic_cast<RadioMatrix&>(*views->viewNamed("matrix")).cells().size();
+        EXPECT_TRUE(rows == 1 || rows == 100) << rows;
+        const auto tag = dynamic_cast<Control&>(*views->viewNamed("box")).tag();
+        EXPECT_TRUE(tag == 0 || tag == INT64_MAX || tag == INT64_MIN) << tag;
+    }
 }
 
 TEST_F(BrokenViewDescription, ABrokenCompanionBreaksThePanel) {
