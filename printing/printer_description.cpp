@@ -111,6 +111,8 @@ void forEachWord(std::string_view text, Visit visit) {
 std::string unclosedOption(std::string_view text) {
     std::string open;
     forEachLine(text, [&](std::string_view line) {
+        if (line.size() < 2 || std::string_view("OCJ").find(line[1]) == std::string_view::npos)
+            return; // most lines: a large PPD has ten thousand
         for (const std::string_view keyword : {"*OpenUI", "*JCLOpenUI"})
             if (line.starts_with(keyword)) {
                 const std::size_t star = std::min(line.find('*', keyword.size()), line.size());
