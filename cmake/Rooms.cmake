@@ -43,6 +43,10 @@ function(cv_room room type)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/exports>)
   list(TRANSFORM ROOM_USES PREPEND CV::)
   target_link_libraries(cv_${room} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_LIBRARIES})
+  if(CV_COVERAGE) # of the rooms alone: tests are not what is measured
+    target_compile_options(cv_${room} PRIVATE --coverage -O0)
+    target_link_options(cv_${room} PUBLIC --coverage)
+  endif()
   if(type STREQUAL SHARED)
     generate_export_header(cv_${room} BASE_NAME CV_${room}
       EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/exports/${room}/export.h)
