@@ -60,7 +60,8 @@ public:
 
     // The panel protocol: what a host calls.
 
-    /// False where the callback is null or does not answer `willChangePPDOptionKeyValue:ppdChoice:`: there is no panel.
+    /// False where the callback is null, has no bundle, or does not answer `willChangePPDOptionKeyValue:ppdChoice:`:
+    /// there is no panel.
     virtual bool initWithCallback(framework::HostCallback* callback);
     virtual std::string panelName() = 0; ///< the panel's title, in the dialog's language
     std::string panelKind();             ///< names this kind of panel to the host

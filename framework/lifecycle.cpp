@@ -22,6 +22,10 @@ bool CVPrintQualityPDE::initWithCallback(framework::HostCallback* callback) {
         return false;
     pdePluginCallbackObject_ = callback;
     pluginBundle = application().pluginBundle();
+    if (pluginBundle == nullptr) {
+        pdePluginCallbackObject_ = nullptr;
+        return false;
+    }
     outputBin_.clear();
     if (const auto* name = toolkit::valueInMap(pluginBundle->infoDictionary(), "CFBundleName").as<std::string>())
         setThePDEName(*name);

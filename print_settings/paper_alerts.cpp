@@ -30,7 +30,8 @@ constexpr double kMessagePadding = 6; // points
 } // namespace
 
 std::string CVInkPrintSetting12PDE::firstLanguageSetting() {
-    return application().preferredLanguages().front();
+    const std::vector<std::string> languages = application().preferredLanguages();
+    return languages.empty() ? "" : languages.front();
 }
 
 void CVInkPrintSetting12PDE::setOrientation(std::string_view orientation) {

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tests/reliability/walked_dialog.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace reliability {
+
+/// What a state shows, where it differs from what one would expect, and the reason where it is so on purpose.
+struct Finding {
+    std::string what;
+    std::string_view reason; ///< empty: it is a fault
+};
+
+/// Combinations that the tables of media, qualities and borderless paper forbid and that are marked all the same. For
+/// states after a complete round: saved, restored, summarised.
+std::vector<Finding> forbiddenCombinations(const WalkedDialog& dialog);
+
+/// What came before the state that is looked at. Controls are ahead of the pending choices, until the next round, after
+/// a refusal, and after a medium was marked elsewhere, which moves controls without reading them back.
+enum class Moment { AfterAction, ControlsAhead, AfterRound };
+
+/// Options whose pending choice is not the marked one, and options whose control shows another than the pending one.
+std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment);
+
+/// Disabled controls and items. The reason is the rule that disables them; a state must name one for each.
+std::vector<Finding> disabledControls(const WalkedDialog& dialog);
+
+} // namespace reliability
