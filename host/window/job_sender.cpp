@@ -34,6 +34,7 @@ public:
     ProgressWindow(QWidget& window, const JobSender::Words& words, std::function<void()> cancel)
         : QDialog(&window), words_(words), cancel_(std::move(cancel)), text_(new QLabel(this)),
           bar_(new QProgressBar(this)) {
+        setObjectName("progressWindow");
         setWindowModality(Qt::WindowModal);
         setWindowTitle(words_.title);
         text_->setObjectName("progressText");
@@ -109,7 +110,7 @@ std::string cancelSent(const Destination& destination, const JobResult& result) 
 }
 
 SendOutcome JobSender::send(const Destination& destination, const std::vector<JobRequest>& requests) {
-    std::atomic<bool> isCancelled = false;
+    std::atomic<bool> isCancelled = false, isNewsOnItsWay = false;
     QSemaphore cancelled; // wakes the thread where it waits between two looks at a job
     QEventLoop loop;
     ProgressWindow progressWindow(window_, words_, [&] {
@@ -128,7 +129,12 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Jo
             };
             post([&progressWindow, name] { progressWindow.showProgress(name, 0, 0); });
             JobResult result = submission_(destination, request, [&](std::uint64_t sent, std::uint64_t total) {
-                post([&progressWindow, name, sent, total] { progressWindow.showProgress(name, sent, total); });
+                // One at a time: a quick server would bury what the user does below news.
+                if (!isNewsOnItsWay.exchange(true))
+                    post([&progressWindow, &isNewsOnItsWay, name, sent, total] {
+                        isNewsOnItsWay = false;
+                        progressWindow.showProgress(name, sent, total);
+                    });
                 return !isCancelled;
             });
             for (int look = 0; result.ok && result.jobId != 0 && look < kMostLooks && !isCancelled; ++look) {

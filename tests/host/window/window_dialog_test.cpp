@@ -182,8 +182,9 @@ private slots:
                 std::this_thread::yield();
             return host::JobResult{.error = "given up"};
         }});
-        window.answer(
-            {agree, [](QWidget& progress) { progress.findChild<QPushButton*>("cancelPrintingButton")->click(); }});
+        window.answer({agree});
+        window.whileSending(
+            [](QWidget& progress) { progress.findChild<QPushButton*>("cancelPrintingButton")->click(); });
         window.click("printButton");
         QCOMPARE(window.dialog().message(), QString("Printing was cancelled."));
         QVERIFY(window.dialog().isVisible());
@@ -232,11 +233,11 @@ private slots:
                                         cancelled = job.jobId;
                                         return std::string();
                                     }});
-        window.answer({agree, [&](QWidget& progress) {
-                           auto* line = progress.findChild<QLabel*>("progressText");
-                           QTRY_COMPARE(line->text(), QString("It waits."));
-                           progress.findChild<QPushButton*>("cancelPrintingButton")->click();
-                       }});
+        window.answer({agree});
+        window.whileSending([](QWidget& progress) {
+            if (progress.findChild<QLabel*>("progressText")->text() == "It waits.")
+                progress.findChild<QPushButton*>("cancelPrintingButton")->click();
+        });
         window.click("printButton");
         QCOMPARE(cancelled, 7);
         QCOMPARE(window.dialog().message(), QString("Printing was cancelled."));
@@ -246,23 +247,23 @@ private slots:
 
     void aPasswordIsAskedForWhileTheJobIsSent() {
         std::vector<std::string> given;
-        std::atomic<int> seen = 0; // how often the progress was seen, with no question above it
+        std::atomic<bool> isShown = false; // the progress, above which the question stands
         WindowUnderTest window({.submission = [&](const auto& destination, const auto&, const auto&) {
             for (const bool isAgain : {false, true}) {
-                while (seen == (isAgain ? 1 : 0))
+                while (!isShown)
                     std::this_thread::yield();
                 const auto answer = destination.passwords({.server = "Office", .user = "ann", .isAgain = isAgain});
                 given.push_back(answer ? answer->user + ":" + answer->password : "nothing");
             }
             return host::JobResult{.ok = true};
         }});
-        const auto seeProgress = [&seen](QWidget&) { ++seen; };
         const auto type = [](QWidget& question) {
             QTest::keyClicks(question.findChild<QLineEdit*>("passwordField"), "a word");
             dynamic_cast<QDialog&>(question).accept();
         };
         const auto cancel = [](QWidget& question) { dynamic_cast<QDialog&>(question).reject(); };
-        window.answer({agree, seeProgress, type, seeProgress, cancel});
+        window.answer({agree, type, cancel});
+        window.whileSending([&isShown](QWidget&) { isShown = true; });
         window.click("printButton");
         QCOMPARE(given, (std::vector<std::string>{"ann:a word", "nothing"}));
     }
@@ -528,7 +529,8 @@ private slots:
             return answered.tryAcquire(1, 30000) ? host::submit(destination, request, progress)
                                                  : host::JobResult{.error = "The window stood still."};
         }});
-        window.answer({agree, [&](QWidget&) { answered.release(); }});
+        window.answer({agree});
+        window.whileSending([&](QWidget&) { answered.release(); });
         window.click("printButton");
         QCOMPARE(window.dialog().printed().size(), std::size_t{1});
     }

@@ -40,6 +40,11 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
     QCoreApplication::processEvents();
     QObject::connect(&timer_, &QTimer::timeout, dialog_.get(), [this] {
         QWidget* modal = QApplication::activeModalWidget();
+        if (modal != nullptr && modal->objectName() == "progressWindow") { // is there at no certain moment
+            if (whileSending_)
+                whileSending_(*modal);
+            return;
+        }
         if (modal == nullptr || static_cast<std::size_t>(answered_) >= answers_.size())
             return;
         const auto answer = answers_[static_cast<std::size_t>(answered_++)];

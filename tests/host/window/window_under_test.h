@@ -67,7 +67,10 @@ public:
     /// The ticket of the folder; empty where nothing was printed.
     [[nodiscard]] QByteArray ticket() const;
 
-    /// For each modal window, in the order in which they come, what is done with it. Runs while the event loops do.
+    /// What is done with the window that shows the sending, as often as it is looked at.
+    void whileSending(std::function<void(QWidget&)> act) { whileSending_ = std::move(act); }
+    /// For each other modal window, in the order in which they come, what is done with it. Runs while the event loops
+    /// do.
     void answer(std::vector<std::function<void(QWidget&)>> answers);
     /// How many of the answers were given.
     [[nodiscard]] int answered() const { return answered_; }
@@ -76,6 +79,7 @@ private:
     QTemporaryDir temporary_;
     toolkit::MemoryUserDefaults defaults_;
     std::unique_ptr<host::PrintDialog> dialog_;
+    std::function<void(QWidget&)> whileSending_;
     std::vector<std::function<void(QWidget&)>> answers_;
     int answered_ = 0;
     QTimer timer_;
