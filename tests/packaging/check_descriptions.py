@@ -2,6 +2,7 @@
 checkers are those of their formats; the options are held against the programs' own help.
 """
 
+import itertools
 import os
 import pathlib
 import re
@@ -16,6 +17,8 @@ PROGRAMS = pathlib.Path(os.environ.get("CV_PROGRAMS", SOURCES / "build" / "bin")
 NAMES = ("corvane-print", "corvane-panel-session")
 PACKAGING = SOURCES / "packaging"
 DESKTOP = PACKAGING / "desktop"
+LANG = "{http://www.w3.org/XML/1998/namespace}lang"
+TOLD = ("name", "summary", "p", "li", "keyword")   # what a component says in words
 OPTION = re.compile(r"(?<![\w-])(--[a-z][a-z-]+|-[A-Za-z])(?![\w-])")
 
 
@@ -128,6 +131,44 @@ class OneVersion(unittest.TestCase):
         self.assertTrue((PACKAGING / "debian" / "changelog").read_text().startswith(f"corvane-print ({version}-"))
         release = xml.etree.ElementTree.parse(DESKTOP / "com.corvane.print.metainfo.xml").find("releases/release")
         self.assertEqual(release.get("version"), version)
+
+
+class Languages(unittest.TestCase):
+    """Desktops and shops of programs are told in every language that the panels speak."""
+
+    LANGUAGES = sorted(path.stem for path in (SOURCES / "resources" / "texts").glob("*.po") if path.stem != "en")
+
+    def assert_translated(self, what, english, texts):
+        """texts: language and text, in the order of the file."""
+        self.assertEqual(sorted(language for language, _ in texts), self.LANGUAGES, what)
+        for language, text in texts:
+            self.assertTrue(text.strip(), f"{what}, {language}")
+            self.assertNotEqual(text, english, f"{what}, {language}")
+
+    def test_the_desktops_entry_speaks_every_language(self):
+        lines = (DESKTOP / "com.corvane.print.desktop").read_text(encoding="utf-8").splitlines()
+        for key in ("Name", "GenericName", "Comment", "Keywords"):
+            with self.subTest(key):
+                english = [line.partition("=")[2] for line in lines if line.startswith(key + "=")]
+                self.assertEqual(len(english), 1)
+                pattern = re.compile(rf"{key}\[(\w+)\]=(.*)")
+                self.assert_translated(key, english[0], [match.groups() for match in map(pattern.fullmatch, lines) if match])
+
+    def test_the_components_description_speaks_every_language(self):
+        root = xml.etree.ElementTree.parse(DESKTOP / "com.corvane.print.metainfo.xml").getroot()
+        told = set()
+        for parent in root.iter():
+            texts = [child for child in parent if child.tag in TOLD]
+            for index, child in enumerate(texts):
+                if child.get(LANG) is not None:
+                    continue
+                told.add(child.tag)
+                after = list(itertools.takewhile(lambda other: other.get(LANG) is not None, texts[index + 1:]))
+                with self.subTest(child.tag, text=child.text.strip()):
+                    self.assertEqual({other.tag for other in after}, {child.tag})
+                    self.assert_translated(child.tag, child.text.strip(),
+                                           [(other.get(LANG), (other.text or "").strip()) for other in after])
+        self.assertEqual(told, set(TOLD))
 
 
 class Icon(unittest.TestCase):
