@@ -38,7 +38,7 @@ std::optional<framework::PreviewState> CVInkColorSettingPDE::preview() const {
 }
 
 void CVInkColorSettingPDE::setRefImageWithName(const std::optional<std::string>& name) {
-    if (const auto path = pluginBundle->pathForResource(name.value_or(""), "tiff"))
+    if (const auto* path = pluginBundle->pathForResource(name.value_or(""), "tiff"))
         setRefImage(referencePictureAtPath(*path));
 }
 

@@ -79,14 +79,14 @@ void CVPrintQualityPDE::changeImageOfView(const std::optional<std::string>& name
     if (view == nullptr || (view->image() && view->image()->name && view->image()->name == name))
         return;
     const std::string resource = name.value_or("");
-    if (const auto tiff = pluginBundle->pathForResource(resource, "tiff")) {
+    if (const auto* tiff = pluginBundle->pathForResource(resource, "tiff")) {
         if (const auto loaded = imaging::loadPicture(tiff->string()); loaded.picture)
             view->setImage(toolkit::Image{.name = name,
                                           .width = loaded.picture->extent().width,
                                           .height = loaded.picture->extent().height,
                                           .pixels = nullptr,
                                           .path = tiff->string()});
-    } else if (const auto pdf = pluginBundle->pathForResource(resource, "pdf")) {
+    } else if (const auto* pdf = pluginBundle->pathForResource(resource, "pdf")) {
         view->setImage(toolkit::Image{.name = name, .pixels = nullptr, .path = pdf->string()}); // the host loads it
     } else {
         view->renameImage("None");

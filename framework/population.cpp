@@ -94,7 +94,7 @@ void CVPrintQualityPDE::populatePopUp(toolkit::PopUpList& popup, const printing:
         if (popup.tag() == kTagRecordsTitles && effectContent != nullptr)
             effectContent->setValueForKey(choice.text, choice.keyword);
         if (popup.tag() == kTagShowsPictures)
-            if (const auto path = pluginBundle->pathForResource(choice.keyword, "tiff"))
+            if (const auto* path = pluginBundle->pathForResource(choice.keyword, "tiff"))
                 popup.setImageOfItemWithTitle({.name = choice.keyword, .pixels = nullptr, .path = path->string()},
                                               choice.text);
     }

@@ -125,7 +125,7 @@ void CVInkPrintSetting12PDE::dialogCancelDidClick(toolkit::View*) {
 }
 
 void CVInkPrintSetting12PDE::showPicture(const std::string& name, toolkit::ImageView* view) {
-    const auto path = pluginBundle->pathForResource(name, "BMP");
+    const auto* path = pluginBundle->pathForResource(name, "BMP");
     if (view == nullptr || !path)
         return;
     const auto loaded = imaging::loadPicture(path->string());

@@ -56,7 +56,7 @@ bool CVInkPrintSetting12PDE::checkShouldShowDiscAlert() {
                          .informativeText = localizedString("DiscPrint Alert2"),
                          .buttons = {pluginBundle->localizedText("OK"), pluginBundle->localizedText("Cancel")},
                          .icon = {}};
-    if (const auto path = pluginBundle->pathForResource("DiscPrint", "tiff"))
+    if (const auto* path = pluginBundle->pathForResource("DiscPrint", "tiff"))
         alert.icon = toolkit::Image{.name = "DiscPrint", .pixels = nullptr, .path = path->string()};
     return application().runModalAlert(alert).button == 0;
 }

@@ -35,7 +35,7 @@ std::shared_ptr<Bundle> Bundle::open(const std::filesystem::path& folder, Bundle
         bundle->info_.erase(key);
     for (const auto& entry : std::filesystem::directory_iterator(bundle->folder_ / "Resources", missing))
         if (entry.is_regular_file(missing))
-            bundle->resources_.insert(entry.path().filename().string());
+            bundle->resources_.emplace(entry.path().filename().string(), entry.path());
     std::vector<std::string> languages; // catalogues go by language codes, tags such as "ja-JP" do not matter
     for (const std::string& language : view.languages)
         languages.push_back(languageCode(language));
@@ -59,18 +59,18 @@ LocalizedText Bundle::localizedText(std::string_view key) const {
     return result;
 }
 
-std::optional<std::filesystem::path> Bundle::pathForResource(std::string_view name, std::string_view type) const {
+const std::filesystem::path* Bundle::pathForResource(std::string_view name, std::string_view type) const {
     if (name.empty())
-        return std::nullopt;
+        return nullptr;
     std::string file = std::string(name) + "." + std::string(type);
-    if (!resources_.contains(file)) {
+    auto found = resources_.find(file);
+    if (found == resources_.end()) {
         const auto extension = file.end() - static_cast<std::ptrdiff_t>(type.size());
         std::transform(extension, file.end(), extension,
                        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-        if (!resources_.contains(file))
-            return std::nullopt;
+        found = resources_.find(file);
     }
-    return folder_ / "Resources" / file;
+    return found == resources_.end() ? nullptr : &found->second;
 }
 
 } // namespace toolkit

@@ -5,9 +5,9 @@
 #include "toolkit/value.h"
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,15 +47,14 @@ public:
     [[nodiscard]] LocalizedText localizedText(std::string_view key) const;
     [[nodiscard]] std::string localizedString(std::string_view key) const { return localizedText(key).text; }
 
-    /// The path of the resource, one of the files that stood in "Resources" when the bundle was opened; nullopt where
-    /// there is none.
-    [[nodiscard]] std::optional<std::filesystem::path> pathForResource(std::string_view name,
-                                                                       std::string_view type) const;
+    /// The path of the resource, one of the files that stood in "Resources" when the bundle was opened; null where
+    /// there is none. The bundle's.
+    [[nodiscard]] const std::filesystem::path* pathForResource(std::string_view name, std::string_view type) const;
 
 private:
     std::filesystem::path folder_;
     ValueMap info_;
-    std::set<std::string, std::less<>> resources_; // names of the files, as they were when the bundle was opened
+    std::map<std::string, std::filesystem::path, std::less<>> resources_; // by the files' names
     BundleView view_;
     std::unique_ptr<TextTable> texts_;
 };

@@ -14,7 +14,6 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
-#include <sstream>
 
 namespace toolkit {
 
@@ -31,10 +30,12 @@ constexpr std::int64_t kMostRows = 100; // of a matrix
 constexpr int kDeepestNesting = 64;     // of widgets, layouts and items
 
 std::vector<std::string> words(const std::string& text) {
-    std::istringstream stream(text);
+    constexpr const char* kBlanks = " \t\r\n";
     std::vector<std::string> result;
-    for (std::string word; stream >> word;)
-        result.push_back(word);
+    for (std::size_t end = 0, start = 0; (start = text.find_first_not_of(kBlanks, end)) != std::string::npos;) {
+        end = std::min(text.find_first_of(kBlanks, start), text.size());
+        result.push_back(text.substr(start, end - start));
+    }
     return result;
 }
 
@@ -119,7 +120,7 @@ public:
 
     // Answers the root model, or null and says why.
     View* read(std::string_view name, std::string& error) {
-        const auto path = bundle_.pathForResource(name, "ui");
+        const auto* path = bundle_.pathForResource(name, "ui");
         pugi::xml_document document;
         if (!path) {
             error = "The bundle has no view description \"" + std::string(name) + "\".";

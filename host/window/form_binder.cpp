@@ -112,7 +112,7 @@ void tameInput(QWidget& widget) {
 FormBinder::FormBinder(const toolkit::Bundle& bundle, const std::string& name,
                        const std::vector<toolkit::View*>& models, Surroundings surroundings)
     : surroundings_(std::move(surroundings)) {
-    const auto path = bundle.pathForResource(name, "ui");
+    const auto* path = bundle.pathForResource(name, "ui");
     if (!path) {
         problems_ << QStringLiteral("There is no form \"%1\".").arg(QString::fromStdString(name));
         return;

@@ -199,17 +199,19 @@ TEST_F(BundleOf, AFolderInACataloguesPlaceIsPassedOver) {
 
 TEST_F(BundleOf, AResourceIsFoundByNameAndType) {
     folder.writeResource("Plain.tiff", "picture");
-    const auto path = folder.open()->pathForResource("Plain", "tiff");
+    const auto bundle = folder.open();
+    const auto* path = bundle->pathForResource("Plain", "tiff");
     ASSERT_TRUE(path);
     EXPECT_EQ(contentsOf(*path), "picture");
-    EXPECT_EQ(folder.open()->pathForResource("Plain", "pdf"), std::nullopt);
-    EXPECT_EQ(folder.open()->pathForResource("plain", "tiff"), std::nullopt);
-    EXPECT_EQ(folder.open()->pathForResource("Glossy", "tiff"), std::nullopt);
+    EXPECT_EQ(folder.open()->pathForResource("Plain", "pdf"), nullptr);
+    EXPECT_EQ(folder.open()->pathForResource("plain", "tiff"), nullptr);
+    EXPECT_EQ(folder.open()->pathForResource("Glossy", "tiff"), nullptr);
 }
 
 TEST_F(BundleOf, ATypeInCapitalsFindsAFileInSmallLetters) {
     folder.writeResource("Envelope.bmp", "picture");
-    const auto path = folder.open()->pathForResource("Envelope", "BMP");
+    const auto bundle = folder.open();
+    const auto* path = bundle->pathForResource("Envelope", "BMP");
     ASSERT_TRUE(path);
     EXPECT_EQ(path->filename(), "Envelope.bmp");
 }
@@ -217,7 +219,8 @@ TEST_F(BundleOf, ATypeInCapitalsFindsAFileInSmallLetters) {
 TEST_F(BundleOf, AFileOfTheVeryTypeComesFirst) {
     folder.writeResource("Envelope.bmp", "small");
     folder.writeResource("Envelope.BMP", "capitals");
-    EXPECT_EQ(folder.open()->pathForResource("Envelope", "BMP")->filename(), "Envelope.BMP");
+    const auto bundle = folder.open();
+    EXPECT_EQ(bundle->pathForResource("Envelope", "BMP")->filename(), "Envelope.BMP");
 }
 
 TEST_F(BundleOf, HostileNamesNameNoResource) {
@@ -230,7 +233,7 @@ TEST_F(BundleOf, HostileNamesNameNoResource) {
         "Folder", "..",        std::string_view("Plain\0", 6), std::string_view("Plain.tiff\0", 11)};
     for (const std::string_view name : kNames) {
         SCOPED_TRACE(name);
-        EXPECT_EQ(folder.open()->pathForResource(name, "tiff"), std::nullopt);
+        EXPECT_EQ(folder.open()->pathForResource(name, "tiff"), nullptr);
     }
 }
 
