@@ -24,8 +24,10 @@ const printing::Paper* CVInkPrintSetting12PDE::pageFormatPaper() const {
 std::optional<std::string> CVInkPrintSetting12PDE::readPaperName() {
     if (const auto mapped = printSettingForKey(printing::kPageToPaperMappingKey))
         return mapped->textReading();
-    if (!PPDKeys)
+    if (!PPDKeys) { // once: every reading comes here, and each observation reads again
+        toolkit::NotificationCenter::defaultCenter().removeObserver(this, kMenuDidSendAction, nullptr);
         observe(kMenuDidSendAction, nullptr, &CVInkPrintSetting12PDE::checkPageSizeChange);
+    }
     if (!pdePluginCallbackObject_->respondsToSelector(framework::kPrintSettingsSelector))
         return std::nullopt;
     if (pdePluginCallbackObject_->printSettings() == nullptr) {

@@ -364,6 +364,17 @@ TEST_F(PaperMenu, ItsActionsAreFollowed) {
     EXPECT_EQ(panel->paperName, "A3");
 }
 
+TEST_F(PaperMenu, ItsActionsAreFollowedHoweverOftenTheyCome) { // each reading observes: only one may stay
+    setPaper("A4");
+    makePanel();
+    const toolkit::Menu menu({"A4"});
+    for (int action = 0; action < 40; ++action)
+        postMenuAction(&menu, toolkit::ValueMap());
+    setPaper("A3");
+    postMenuAction(&menu, toolkit::ValueMap());
+    EXPECT_EQ(panel->paperName, "A3");
+}
+
 TEST_F(PaperMenu, AnyOtherMenuIsIgnored) {
     setPaper("A4");
     makePanel();
