@@ -1,15 +1,15 @@
 #include "host/window/document_view.h"
 
+#include <QCoreApplication>
 #include <QEvent>
-#include <QFuture>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPromise>
+#include <QPointer>
 #include <QThreadPool>
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include <memory>
+#include <utility>
 
 namespace host {
 namespace {
@@ -68,13 +68,14 @@ void DocumentView::showEvent(QShowEvent* event) {
 
 void DocumentView::readFirst() {
     const int side = static_cast<int>(picture_->width() * devicePixelRatioF());
-    const auto promise = std::make_shared<QPromise<DocumentFacts>>();
-    promise->future().then(this, [this](const DocumentFacts& facts) { show(facts); });
-    QThreadPool::globalInstance()->start([promise, side, path = documents_.front()] {
-        promise->start();
-        promise->addResult(readDocument(path, side));
-        promise->finish();
-    });
+    // The dialog may be closed before its document is read. The application, which waits for its threads, is not.
+    QThreadPool::globalInstance()->start(
+        [view = QPointer(this), application = QCoreApplication::instance(), side, path = documents_.front()] {
+            QMetaObject::invokeMethod(application, [view, facts = readDocument(path, side)] {
+                if (view != nullptr)
+                    view->show(facts);
+            });
+        });
 }
 
 void DocumentView::show(const DocumentFacts& facts) {

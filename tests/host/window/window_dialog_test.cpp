@@ -23,6 +23,7 @@
 #include <QTabWidget>
 #include <QTemporaryFile>
 #include <QTextBrowser>
+#include <QThreadPool>
 #include <QTreeWidget>
 
 #include <atomic>
@@ -501,6 +502,13 @@ private slots:
         QTRY_VERIFY(window.widget<QLabel>("documentPicture").isVisible());
         QCOMPARE(window.widget<QLabel>("documentDetails").text(), QString("1 page"));
         QVERIFY(!window.widget<QLabel>("documentPicture").pixmap().isNull());
+    }
+
+    void aDialogMayBeClosedWhileItsDocumentIsRead() {
+        for (int round = 0; round < 5; ++round)
+            WindowUnderTest window;
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents(); // what was read is told to nobody
     }
 
     void aPdfIsShownWhereItCanBeRead() {
