@@ -56,6 +56,13 @@ const char* kindInWords(MemberKind kind) {
     return "";
 }
 
+// "The command" becomes "the command".
+std::string insideSentence(std::string what) {
+    if (!what.empty() && what[0] >= 'A' && what[0] <= 'Z')
+        what[0] = static_cast<char>(what[0] - 'A' + 'a');
+    return what;
+}
+
 } // namespace
 
 void checkMembers(const Json& object, std::span<const Member> members, const std::string& what) {
@@ -64,7 +71,8 @@ void checkMembers(const Json& object, std::span<const Member> members, const std
         if (member == members.end())
             throw ScriptError(what + " has no member \"" + name + "\".");
         if (!isOfKind(value, member->kind))
-            throw ScriptError("The member \"" + name + "\" of " + what + " must be " + kindInWords(member->kind) + ".");
+            throw ScriptError("The member \"" + name + "\" of " + insideSentence(what) + " must be " +
+                              kindInWords(member->kind) + ".");
     }
     for (const Member& member : members)
         if (member.required && !object.contains(member.name))

@@ -338,7 +338,8 @@ void ScriptHost::state(const CommandReader& command, Json& answer) {
     if (views == nullptr)
         state["view"] = nullptr;
     else
-        state["view"] = {{"width", views->root().frame().width}, {"height", views->root().frame().height}};
+        state["view"] = {{"width", jsonFromNumber(views->root().frame().width)},
+                         {"height", jsonFromNumber(views->root().frame().height)}};
     state["controls"] = jsonFromViews(views);
     answer["state"] = std::move(state);
 }

@@ -27,12 +27,6 @@ Json textOrNull(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json(nullptr);
 }
 
-// Whole numbers without a decimal point.
-Json jsonFromNumber(double number) {
-    const toolkit::Value value(number);
-    return std::trunc(number) == number && std::abs(number) < 1e15 ? Json(value.integerReading()) : Json(number);
-}
-
 Json jsonFromItems(const toolkit::PopUpList& popup) {
     Json items = Json::array();
     for (const auto& item : popup.items()) {
@@ -127,6 +121,11 @@ Json jsonFromVector(const std::array<double, 4>& vector) {
 }
 
 } // namespace
+
+Json jsonFromNumber(double number) {
+    const toolkit::Value value(number);
+    return std::trunc(number) == number && std::abs(number) < 1e15 ? Json(value.integerReading()) : Json(number);
+}
 
 Json jsonFromSingle(float number) {
     char digits[32] = {};

@@ -19,6 +19,8 @@ Json jsonFromViews(const toolkit::LoadedViews* views);
 Json jsonFromChain(const imaging::Picture& picture);
 Json jsonFromFilter(const imaging::Filter& filter);
 Json jsonFromMessageValue(const framework::MessageValue& value);
+/// Whole numbers without a decimal point.
+Json jsonFromNumber(double number);
 /// A value with reals of single precision in their shortest form.
 Json jsonFromSingle(float number);
 
