@@ -43,8 +43,8 @@ void CVPrintQualityPDE::checkFax() {
 
 bool CVPrintQualityPDE::registerHelp() {
     // <folder>/<folder of bundles>/<bundle> has its books in <folder>/Help.
-    const std::filesystem::path book =
-        pluginBundle->path().parent_path().parent_path() / ("Help/" + thePDEName_.value_or("") + ".help");
+    const std::filesystem::path folder = pluginBundle->path().parent_path().parent_path();
+    const std::filesystem::path book = folder.native() + "/Help/" + thePDEName_.value_or("") + ".help";
     std::error_code missing;
     return std::filesystem::exists(book, missing) && application().registerHelpBooks(book);
 }

@@ -12,9 +12,12 @@ void KeyValueStore::setValueForKey(Value value, std::string_view key) {
         entries_.insert_or_assign(name, std::move(value));
     if (observers_.empty())
         return;
-    for (StoreObserver* observer : std::vector(observers_)) // a copy: any of them may leave meanwhile
-        if (std::ranges::find(observers_, observer) != observers_.end())
-            observer->storeDidWrite(*this, name);
+    const std::vector observers(observers_); // a copy: any of them may leave meanwhile
+    for (std::size_t index = 0; index < observers.size(); ++index) {
+        const bool standsInItsPlace = index < observers_.size() && observers_[index] == observers[index];
+        if (standsInItsPlace || std::ranges::find(observers_, observers[index]) != observers_.end())
+            observers[index]->storeDidWrite(*this, name);
+    }
 }
 
 void KeyValueStore::addObserver(StoreObserver& observer) {

@@ -18,7 +18,7 @@ bool isPlainName(const std::string& name) {
 } // namespace
 
 bool HelpBooks::registerBook(const std::filesystem::path& path) {
-    if (std::ranges::any_of(books_, [&path](const auto& book) { return book.second.folder == path; }))
+    if (std::ranges::any_of(books_, [&](const auto& book) { return book.second.folder.native() == path.native(); }))
         return true;
     std::ifstream stream(path / "book.json", std::ios::binary);
     if (!stream)
