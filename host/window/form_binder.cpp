@@ -10,6 +10,7 @@
 #include <QAbstractSpinBox>
 #include <QBuffer>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFile>
 #include <QFrame>
 #include <QKeyEvent>
@@ -18,8 +19,19 @@
 #include <QTimer>
 #include <QUiLoader>
 
+#include <memory>
+
 namespace host {
 namespace {
+
+// A loader would load all widgets that are installed for Designer as it is made; the forms have none but Qt's own.
+std::unique_ptr<QUiLoader> loaderWithoutPlugIns() {
+    const QStringList paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    auto loader = std::make_unique<QUiLoader>();
+    QCoreApplication::setLibraryPaths(paths);
+    return loader;
+}
 
 constexpr const char* kDisclosedBy = "disclosedBy"; // on a container: the disclosure button that shows it
 
@@ -118,11 +130,11 @@ FormBinder::FormBinder(const toolkit::Bundle& bundle, const std::string& name,
         return;
     }
     QFile file(QString::fromStdString(path->string()));
-    QUiLoader loader;
-    form_ = file.open(QIODevice::ReadOnly) ? loader.load(&file) : nullptr;
+    const auto loader = loaderWithoutPlugIns();
+    form_ = file.open(QIODevice::ReadOnly) ? loader->load(&file) : nullptr;
     if (form_ == nullptr) {
         problems_ << QStringLiteral("The form \"%1\" cannot be loaded: %2")
-                         .arg(QString::fromStdString(path->string()), loader.errorString());
+                         .arg(QString::fromStdString(path->string()), loader->errorString());
         return;
     }
     translate(bundle);
