@@ -32,6 +32,7 @@ ColorTransform transformOf(const ColorMatrix& matrix) {
     ColorTransform transform;
     for (std::size_t out = 0; out < kChannels; ++out) {
         for (std::size_t in = 0; in < kChannels; ++in)
+            // cppcheck-suppress legacyUninitvar; its braces initialise it
             transform.rows[out][in] = (*vectors[out])[in];
         transform.rows[out][kConstant] = matrix.bias[out];
     }

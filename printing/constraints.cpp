@@ -34,6 +34,7 @@ void ConstraintTable::add(Constraint constraint) {
     if (constraint.empty() || known_.contains(&constraint))
         return;
     const Constraint& kept = constraints_.emplace_back(std::move(constraint));
+    // cppcheck-suppress danglingLifetime; the deque keeps it
     known_.insert(&kept);
     for (const Term& term : kept)
         if (auto& list = byOption_[term.option]; list.empty() || list.back() != &kept)

@@ -29,6 +29,7 @@ toolkit::View* controlForOption(CVPrintQualityPDE& panel, const std::string& opt
         const framework::MessageResult result = panel.sendMessage(message, {&argument, 1});
         if (result.value)
             if (auto* const* view = std::get_if<toolkit::View*>(&result.value->content); view != nullptr && *view)
+                // cppcheck-suppress identicalInnerCondition; the first message may have answered null
                 return *view;
     }
     return nullptr;
