@@ -42,15 +42,17 @@ FreeSizeEditor::FreeSizeEditor(Language language)
     layout->addWidget(widthField_, 0, 0);
     layout->addWidget(times, 0, 1);
     layout->addWidget(heightField_, 0, 2);
-    layout->addWidget(unitList_, 0, 3);
-    layout->addWidget(limitsLabel_, 1, 0, 1, 5);
-    layout->setColumnStretch(4, 1);
+    auto* unitLabel = new QLabel(windowText(Text::Unit, language), this);
+    unitLabel->setBuddy(unitList_); // a list is named by its label alone
+    layout->addWidget(unitLabel, 0, 3);
+    layout->addWidget(unitList_, 0, 4);
+    layout->addWidget(limitsLabel_, 1, 0, 1, 6);
+    layout->setColumnStretch(5, 1);
     widthField_->setObjectName("freeWidthField");
     heightField_->setObjectName("freeHeightField");
     unitList_->setObjectName("freeUnitList");
     widthField_->setAccessibleName(windowText(Text::Width, language));
     heightField_->setAccessibleName(windowText(Text::Height, language));
-    unitList_->setAccessibleName(windowText(Text::Unit, language));
     limitsLabel_->setTextFormat(Qt::PlainText);
     for (const Unit& unit : kUnits)
         unitList_->addItem(windowText(unit.name, language));

@@ -48,14 +48,13 @@ void selectData(QComboBox& list, const std::string& data) {
 
 } // namespace
 
-GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choices)
-    : language_(language), takenLetters_(std::move(takenLetters)), choices_(std::move(choices)),
-      layout_(new QFormLayout(this)), printerList_(makeList("printerList")), lookingLabel_(new QLabel),
-      folderRow_(new QWidget), folderField_(new QLineEdit), paperList_(makeList("paperList")),
-      freeSize_(new FreeSizeEditor(language)), copiesField_(new QSpinBox), pagesField_(new QLineEdit),
-      twoSidedList_(makeList("twoSidedList")), outputList_(makeList("outputList")),
-      colorMatchingList_(makeList("colorMatchingList")), scalingList_(makeList("scalingList")),
-      rememberBox_(new QCheckBox) {
+GeneralPage::GeneralPage(Language language, Choices choices)
+    : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)),
+      printerList_(makeList("printerList")), lookingLabel_(new QLabel), folderRow_(new QWidget),
+      folderField_(new QLineEdit), paperList_(makeList("paperList")), freeSize_(new FreeSizeEditor(language)),
+      copiesField_(new QSpinBox), pagesField_(new QLineEdit), twoSidedList_(makeList("twoSidedList")),
+      outputList_(makeList("outputList")), colorMatchingList_(makeList("colorMatchingList")),
+      scalingList_(makeList("scalingList")), rememberBox_(new QCheckBox) {
     layout_->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
     layout_->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     lookingLabel_->setText(windowText(Text::LookingForPrinters, language));
@@ -114,6 +113,7 @@ GeneralPage::GeneralPage(Language language, QString takenLetters, Choices choice
             [this](int index) { choices_.colorMatching(dataOf(*colorMatchingList_, index)); });
     connect(scalingList_, &QComboBox::activated, this,
             [this](int index) { choices_.scaling(dataOf(*scalingList_, index)); });
+    connect(pagesField_, &QLineEdit::textEdited, this, [this] { choices_.pagesEdited(); });
     connect(rememberBox_, &QCheckBox::clicked, this, [this](bool on) { choices_.remember(on); });
     setLooking(false);
     setFolderShown(false);
@@ -178,6 +178,15 @@ void GeneralPage::setPages(const QString& pages) {
 
 QString GeneralPage::pages() const {
     return pagesField_->text();
+}
+
+void GeneralPage::setTakenLetters(const QString& letters) {
+    takenLetters_ = letters;
+    assignMnemonics(*this, takenLetters_);
+}
+
+void GeneralPage::focusFirst() {
+    printerList_->setFocus();
 }
 
 void GeneralPage::focusPages() {

@@ -34,10 +34,14 @@ public:
         std::function<void(const std::string& mode)> colorMatching;
         std::function<void(const std::string& pageSize)> scaling; ///< empty: the document's own size
         std::function<void(bool)> remember;
+        std::function<void()> pagesEdited;
         std::function<void()> sizeChanged; ///< rows came or went
     };
 
-    GeneralPage(Language language, QString takenLetters, Choices choices);
+    GeneralPage(Language language, Choices choices);
+
+    /// The letters that the dialog around it has for its own mnemonics.
+    void setTakenLetters(const QString& letters);
 
     void addPrinter(const QString& name);
     void selectPrinter(int index);
@@ -50,6 +54,7 @@ public:
     [[nodiscard]] int copies() const;
     void setPages(const QString& pages);
     [[nodiscard]] QString pages() const;
+    void focusFirst();
     void focusPages();
     void setRemembers(bool remembers);
     [[nodiscard]] bool remembers() const;

@@ -19,7 +19,8 @@ QString textWithMnemonic(const QString& text, QString& taken, const QString& pre
 /// The same text without any mnemonic.
 QString textWithoutMnemonic(const QString& text);
 
-/// Gives each labelled control and each button on the page a letter of its own, other than those taken.
-void assignMnemonics(QWidget& page, QString taken);
+/// Gives each labelled control and each button on the page a letter of its own, other than those taken; as many as
+/// there are letters for.
+void assignMnemonics(QWidget& page, const QString& taken);
 
 } // namespace host

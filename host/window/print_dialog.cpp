@@ -92,18 +92,23 @@ void PrintDialog::build() {
     tabs_ = new PageTabs(this);
     tabs_->setObjectName("tabs");
     tabs_->setUsesScrollButtons(false);
-    generalPage_ =
-        new GeneralPage(language_, takenLetters_,
-                        {.printer = [this](int index) { userChoosesPrinter(index); },
-                         .paper = [this](const auto& paper, const auto& cause) { userChoosesPaper(paper, cause); },
-                         .mark = [this](const auto& option, const auto& choice) { userMarks(option, choice); },
-                         .colorMatching = [this](const auto& mode) { userChoosesColorMatching(mode); },
-                         .scaling = [this](const auto& pageSize) { userChoosesScaling(pageSize); },
-                         .remember = [this](bool remembers) { userChoosesToRemember(remembers); },
-                         .sizeChanged = [this] { fitLater(); }});
-    summaryPage_ = new SummaryPage(language_, takenLetters_, [this](const QString& message) { tell(message); });
+    generalPage_ = new GeneralPage(
+        language_, {.printer = [this](int index) { userChoosesPrinter(index); },
+                    .paper = [this](const auto& paper, const auto& cause) { userChoosesPaper(paper, cause); },
+                    .mark = [this](const auto& option, const auto& choice) { userMarks(option, choice); },
+                    .colorMatching = [this](const auto& mode) { userChoosesColorMatching(mode); },
+                    .scaling = [this](const auto& pageSize) { userChoosesScaling(pageSize); },
+                    .remember = [this](bool remembers) { userChoosesToRemember(remembers); },
+                    .pagesEdited =
+                        [this] {
+                            if (message() == windowText(Text::BadPages, language_))
+                                tell({});
+                        },
+                    .sizeChanged = [this] { fitLater(); }});
+    summaryPage_ = new SummaryPage(language_, [this](const QString& message) { tell(message); });
     tabs_->addTab(generalPage_, QString());
     tabs_->addTab(summaryPage_, QString());
+    QWidget* messageLine = makeMessageLine(); // whose button has a letter, too
     giveTabTitles();
     shownTab_ = 0;
     connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) { showTab(index); });
@@ -120,9 +125,9 @@ void PrintDialog::build() {
     layout->setSizeConstraint(QLayout::SetNoConstraint); // fit() decides
     layout->addWidget(document);
     layout->addWidget(tabs_, 1);
-    layout->addWidget(makeMessageLine());
+    layout->addWidget(messageLine);
     layout->addWidget(buttons);
-    generalPage_->setFocus();
+    generalPage_->focusFirst();
 }
 
 QWidget* PrintDialog::makeMessageLine() {
@@ -184,6 +189,8 @@ void PrintDialog::giveTabTitles() {
     for (std::size_t index = 0; index < panelTabs_.size(); ++index)
         tabs_->setTabText(static_cast<int>(index) + 1,
                           textWithMnemonic(ofUtf8(panelTabs_[index].panel->panelName()), taken));
+    generalPage_->setTakenLetters(taken);
+    summaryPage_->setTakenLetters(taken);
 }
 
 // Printers.
@@ -343,6 +350,13 @@ void PrintDialog::populate(PanelTab& tab) {
         return;
     tab.page->layout()->addWidget(tab.binder->form());
     tab.binder->form()->show();
+    if (tab.page->hasFocus()) { // had it while it was empty
+        QWidget* first = tab.page->nextInFocusChain();
+        while (first != tab.page &&
+               !(first->isVisible() && first->isEnabled() && (first->focusPolicy() & Qt::TabFocus)))
+            first = first->nextInFocusChain();
+        first->setFocus();
+    }
     tab.binder->form()->installEventFilter(this);
 }
 

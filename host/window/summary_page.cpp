@@ -67,7 +67,7 @@ QString summaryText(const std::vector<SummaryLine>& lines, Language language) {
     return text;
 }
 
-SummaryPage::SummaryPage(Language language, const QString& takenLetters, std::function<void(const QString&)> tell)
+SummaryPage::SummaryPage(Language language, std::function<void(const QString&)> tell)
     : language_(language), table_(new QTreeWidget(this)), nothing_(new QLabel(this)),
       copyButton_(new QPushButton(this)) {
     table_->setObjectName("summaryTable");
@@ -95,8 +95,11 @@ SummaryPage::SummaryPage(Language language, const QString& takenLetters, std::fu
         QApplication::clipboard()->setText(summaryText(lines_, language_));
         tell(windowText(Text::SummaryCopied, language_));
     });
-    assignMnemonics(*this, takenLetters);
     showLines({});
+}
+
+void SummaryPage::setTakenLetters(const QString& letters) {
+    assignMnemonics(*this, letters);
 }
 
 void SummaryPage::showLines(std::vector<SummaryLine> lines) {

@@ -32,8 +32,10 @@ QString summaryText(const std::vector<SummaryLine>& lines, Language language);
 /// Lists what will be printed with.
 class SummaryPage : public QWidget {
 public:
-    SummaryPage(Language language, const QString& takenLetters, std::function<void(const QString&)> tell);
+    SummaryPage(Language language, std::function<void(const QString&)> tell);
 
+    /// The letters that the dialog around it has for its own mnemonics.
+    void setTakenLetters(const QString& letters);
     void showLines(std::vector<SummaryLine> lines);
 
 private:

@@ -141,6 +141,8 @@ private slots:
         window.click("printButton");
         QVERIFY(window.dialog().message().startsWith("Pages are numbers"));
         QVERIFY(window.dialog().isVisible());
+        QTest::keyClicks(&window.widget<QLineEdit>("pagesField"), "2");
+        QVERIFY(window.dialog().message().isEmpty());
     }
 
     void printingToAFolderEndsTheDialog() {

@@ -15,6 +15,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QListView>
+#include <QMap>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -22,6 +23,7 @@
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QStandardItemModel>
+#include <QTabWidget>
 #include <QToolButton>
 
 using tests::WindowUnderTest;
@@ -311,7 +313,50 @@ private slots:
                 QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
                 QVERIFY2(interface != nullptr && !interface->text(QAccessible::Name).isEmpty(),
                          qPrintable(widget->objectName() + " " + widget->metaObject()->className()));
+                if (qobject_cast<QComboBox*>(widget) != nullptr) // its own name is what is chosen in it
+                    QVERIFY2(!interface->relations(QAccessible::Label).isEmpty(), qPrintable(widget->objectName()));
             }
+        }
+    }
+
+    void noLetterIsAMnemonicTwice() {
+        for (const std::string language : {"en", "ja", "de", "fr", "es", "zh_CN"}) {
+            WindowUnderTest window({.languages = {language}});
+            const auto& tabs = *window.dialog().findChild<QTabWidget*>("tabs");
+            for (const auto page : {WindowUnderTest::General, WindowUnderTest::PrintSetting,
+                                    WindowUnderTest::ColorSetting, WindowUnderTest::Summary}) {
+                window.open(page);
+                QStringList texts;
+                for (int index = 0; index < tabs.count(); ++index)
+                    texts << tabs.tabText(index);
+                for (const QAbstractButton* button : window.dialog().findChildren<QAbstractButton*>())
+                    if (button->isVisible())
+                        texts << button->text();
+                for (const QLabel* label : window.dialog().findChildren<QLabel*>())
+                    if (label->isVisible() && label->buddy() != nullptr)
+                        texts << label->text();
+                QMap<QChar, QString> owners;
+                for (const QString& text : texts) {
+                    const QString shown = QString(text).remove("&&");
+                    const QChar letter = shown.contains('&') ? shown[shown.indexOf('&') + 1].toUpper() : QChar();
+                    if (letter.isNull())
+                        continue;
+                    QVERIFY2(!owners.contains(letter),
+                             qPrintable(QString::fromStdString(language) + ": " + text + " and " + owners[letter]));
+                    owners[letter] = text;
+                }
+                QVERIFY(owners.size() > 4);
+            }
+        }
+    }
+
+    void theFocusIsOnAControlOfEachPage() {
+        WindowUnderTest window;
+        for (int page = 0; page < 4; ++page) {
+            const QWidget* focused = window.dialog().focusWidget();
+            QVERIFY2(focused != nullptr && (focused->focusPolicy() & Qt::TabFocus) && focused->isVisible(),
+                     qPrintable(QString::number(page)));
+            QTest::keyClick(window.dialog().focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         }
     }
 };
