@@ -74,8 +74,6 @@ struct Refusal {
     std::string_view advice;
 };
 
-constexpr std::string_view kPasswordAdvice =
-    "print where you can be asked for them, or ask its administrator for access";
 constexpr Refusal kRefusals[] = {
     {IPP_STATUS_ERROR_NOT_FOUND, "does not exist", "choose another queue"},
     {IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, "accepts no jobs", "choose another queue, or have it accept jobs again"},

@@ -18,6 +18,7 @@ namespace {
 constexpr std::size_t kLargestPpd = 4 << 20; // bytes; a larger one is none that could be opened
 constexpr std::size_t kMaximumTextBytes = 255;
 constexpr std::string_view kDefaultSuffix = "-default";
+constexpr const char* kTheQueues = "The queues";
 
 /// Names under which the library tells of a queue itself among the options that are kept for it.
 constexpr std::string_view kAboutTheQueue[] = {"auth-info-required", "device-uri"};
@@ -37,10 +38,17 @@ std::string valueText(ipp_attribute_t* attribute) {
     return attributeText(attribute);
 }
 
-std::string noAnswer(const Server& server, const Connection& connection, const JobLimits& limits) {
+/// Why nothing was learnt of `what` ("The queues", for example), where `status` is what the server said last.
+std::string noAnswer(const std::string& what, const Server& server, const Connection& connection,
+                     const JobLimits& limits, ipp_status_t status) {
     if (connection.timedOut())
         return "There is no answer from " + server.name + ": it gave no sign of life for " +
                std::to_string(limits.response.count()) + " ms; check that it is not overloaded or stopped.";
+    const std::string refusal = what + " cannot be had because " + server.name;
+    if (status == IPP_STATUS_ERROR_NOT_AUTHENTICATED || status == IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED)
+        return refusal + " wants a user's name and password: " + std::string(kPasswordAdvice) + ".";
+    if (status == IPP_STATUS_ERROR_FORBIDDEN || status == IPP_STATUS_ERROR_NOT_AUTHORIZED)
+        return refusal + " is not open to this user: ask its administrator for access.";
     return "There is no answer from " + server.name + " that could be used (" + plainText(cupsLastErrorString(), 200) +
            "): check that it is a print server and that you may use it.";
 }
@@ -136,16 +144,32 @@ struct Download {
     bool tooLarge = false;
 };
 
-Download download(Connection& connection, const std::string& resource) {
-    Download result;
+/// Asks for the resource, with what is known of the user, and returns the answer's beginning.
+http_status_t get(Connection& connection, const std::string& resource) {
     http_t* http = connection.http();
     httpClearFields(http);
     connection.restartTime();
+    if (const char* known = httpGetAuthString(http))
+        httpSetField(http, HTTP_FIELD_AUTHORIZATION, known);
     if (httpGet(http, resource.c_str()) != 0)
-        return result;
-    do
-        result.status = httpUpdate(http);
-    while (result.status == HTTP_STATUS_CONTINUE);
+        return HTTP_STATUS_ERROR;
+    http_status_t status = HTTP_STATUS_CONTINUE;
+    while (status == HTTP_STATUS_CONTINUE)
+        status = httpUpdate(http);
+    return status;
+}
+
+Download download(Connection& connection, const std::string& resource) {
+    constexpr int kMostAnswers = 2 * kPasswordAttempts; // the library also says who this process is, without asking
+    Download result;
+    http_t* http = connection.http();
+    result.status = get(connection, resource);
+    for (int answers = 0; result.status == HTTP_STATUS_UNAUTHORIZED && answers < kMostAnswers; ++answers) {
+        httpFlush(http);
+        if (cupsDoAuthentication(http, "GET", resource.c_str()) != 0)
+            return result;
+        result.status = connection.reconnect() ? get(connection, resource) : HTTP_STATUS_ERROR;
+    }
     if (result.status != HTTP_STATUS_OK) {
         httpFlush(http);
         return result;
@@ -165,6 +189,22 @@ Download download(Connection& connection, const std::string& resource) {
     return result;
 }
 
+std::string whatIsAsked(const QueuePath& queue) {
+    return "The PPD of the queue " + quotedText(queue.name);
+}
+
+/// What an answer's beginning means, in the words of print servers.
+ipp_status_t meaningOf(http_status_t status) {
+    switch (status) {
+    case HTTP_STATUS_UNAUTHORIZED:
+        return IPP_STATUS_ERROR_NOT_AUTHENTICATED;
+    case HTTP_STATUS_FORBIDDEN:
+        return IPP_STATUS_ERROR_FORBIDDEN;
+    default:
+        return IPP_STATUS_ERROR_INTERNAL;
+    }
+}
+
 /// Asks whether the queue exists. Of a class, `queue` becomes the first member, whose PPD stands for the class's.
 std::string askForQueue(QueuePath& queue, const Server& server, Connection& connection, const JobLimits& limits) {
     Message request = question(IPP_OP_GET_PRINTER_ATTRIBUTES, {"printer-name", "member-names"});
@@ -173,7 +213,7 @@ std::string askForQueue(QueuePath& queue, const Server& server, Connection& conn
     if (response && ippGetStatusCode(response.get()) == IPP_STATUS_ERROR_NOT_FOUND)
         return "The queue " + quotedText(queue.name) + " on " + server.name + " does not exist: choose another queue.";
     if (!response || ippGetStatusCode(response.get()) > IPP_STATUS_OK_CONFLICTING)
-        return noAnswer(server, connection, limits);
+        return noAnswer(whatIsAsked(queue), server, connection, limits, cupsLastError());
     if (ipp_attribute_t* members = ippFindAttribute(response.get(), "member-names", IPP_TAG_NAME))
         return readQueue(ippGetString(members, 0, nullptr), queue);
     return {};
@@ -197,14 +237,14 @@ NamedDefault defaultOfEnvironment() {
     return {};
 }
 
-QueueList listQueues(const std::string& address, const JobLimits& given) {
+QueueList listQueues(const std::string& address, const JobLimits& given, const PasswordPrompt& prompt) {
     const JobLimits limits = boundedLimits(given);
     QueueList list;
     Server server;
     list.error = readServer(address, server);
     if (!list.error.empty())
         return list;
-    const PasswordAnswers noPasswords;
+    const PasswordAnswers passwords(prompt, server.name);
     Connection connection(server, limits.connect, limits.response);
     if (!connection.isOpen()) {
         list.error = connection.unreachable(server);
@@ -212,11 +252,11 @@ QueueList listQueues(const std::string& address, const JobLimits& given) {
     }
     const Message response =
         connection.ask(question(IPP_OP_CUPS_GET_PRINTERS, {"printer-name", "job-template", "printer-defaults"}), "/");
-    const ipp_status_t status = response ? ippGetStatusCode(response.get()) : IPP_STATUS_ERROR_INTERNAL;
-    if (status == IPP_STATUS_ERROR_NOT_FOUND)
+    const ipp_status_t status = response ? ippGetStatusCode(response.get()) : cupsLastError();
+    if (response && status == IPP_STATUS_ERROR_NOT_FOUND)
         return list; // a server without queues
-    if (status > IPP_STATUS_OK_CONFLICTING) {
-        list.error = noAnswer(server, connection, limits);
+    if (!response || status > IPP_STATUS_OK_CONFLICTING) {
+        list.error = noAnswer(kTheQueues, server, connection, limits, status);
         return list;
     }
     // The library may also know of printers that the network announces: only what this server has is printed on.
@@ -230,12 +270,12 @@ QueueList listQueues(const std::string& address, const JobLimits& given) {
         for (Queue& queue : list.queues)
             queue.isDefault = queue.name == named.queue && queue.instance == named.instance;
     if (list.queues.size() < known.size())
-        list.error = noAnswer(server, connection, limits);
+        list.error = noAnswer(kTheQueues, server, connection, limits, cupsLastError());
     std::ranges::sort(list.queues, {}, [](const Queue& each) { return std::pair(each.name, each.instance); });
     return list;
 }
 
-FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given) {
+FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given, const PasswordPrompt& prompt) {
     const JobLimits limits = boundedLimits(given);
     Server server;
     QueuePath queue;
@@ -244,7 +284,7 @@ FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given) {
         result.error = readQueue(address.queue, queue);
     if (!result.error.empty())
         return result;
-    const PasswordAnswers noPasswords;
+    const PasswordAnswers passwords(prompt, server.name);
     Connection connection(server, limits.connect, limits.response);
     if (!connection.isOpen()) {
         result.error = connection.unreachable(server);
@@ -255,12 +295,11 @@ FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& given) {
         return result;
     Download ppd = download(connection, "/printers/" + queue.name + ".ppd");
     if (ppd.tooLarge)
-        result.error = "The PPD of the queue " + quotedText(queue.name) + " on " + server.name +
-                       " is larger than 4 MB: have a proper one installed.";
+        result.error = whatIsAsked(queue) + " on " + server.name + " is larger than 4 MB: have a proper one installed.";
     else if (ppd.status == HTTP_STATUS_OK)
         result.text = std::move(ppd.text);
     else if (ppd.status != HTTP_STATUS_NOT_FOUND)
-        result.error = noAnswer(server, connection, limits);
+        result.error = noAnswer(whatIsAsked(queue), server, connection, limits, meaningOf(ppd.status));
     return result;
 }
 

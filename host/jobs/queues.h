@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/jobs/job.h"
+#include "host/jobs/passwords.h"
 #include "host/jobs/queue_submission.h"
 
 #include <string>
@@ -36,9 +37,11 @@ struct NamedDefault {
 
 /// Asks the server (see QueueAddress::server) for its queues and adds what the user's and the system's lpoptions say of
 /// them: instances, options, and, before the server's own word, which is the default. Before all of these comes the
-/// environment's default; where the server has no such queue, there is none. Blocks no longer than the limits allow, so
-/// call it from a thread of its own where a window is shown.
-[[nodiscard]] QueueList listQueues(const std::string& server, const JobLimits& limits = {});
+/// environment's default; where the server has no such queue, there is none. Blocks no longer than the limits allow and
+/// the prompt takes, which is asked where the server wants a password; so call it from a thread of its own where a
+/// window is shown.
+[[nodiscard]] QueueList listQueues(const std::string& server, const JobLimits& limits = {},
+                                   const PasswordPrompt& prompt = {});
 
 /// A queue's PPD, or why it cannot be had.
 struct FetchedPpd {
@@ -46,7 +49,9 @@ struct FetchedPpd {
     std::string error; ///< one sentence
 };
 
-/// Fetches the PPD of a queue from its server, local or remote. Nothing is kept on disk. Blocks like listQueues().
-[[nodiscard]] FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& limits = {});
+/// Fetches the PPD of a queue from its server, local or remote. Nothing is kept on disk. Blocks and asks like
+/// listQueues().
+[[nodiscard]] FetchedPpd fetchPpd(const QueueAddress& address, const JobLimits& limits = {},
+                                  const PasswordPrompt& prompt = {});
 
 } // namespace host

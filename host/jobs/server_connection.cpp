@@ -135,7 +135,7 @@ JobLimits boundedLimits(const JobLimits& limits) {
 }
 
 Connection::Connection(const Server& server, std::chrono::milliseconds connect, std::chrono::milliseconds response)
-    : response_(response), http_(nullptr, &httpClose) {
+    : connect_(connect), response_(response), http_(nullptr, &httpClose) {
     const Addresses addresses(httpAddrGetList(server.host.c_str(), AF_UNSPEC, std::to_string(server.port).c_str()),
                               &httpAddrFreeList);
     if (!addresses) {
@@ -156,6 +156,10 @@ Connection::Connection(const Server& server, std::chrono::milliseconds connect, 
         std::chrono::duration_cast<std::chrono::milliseconds>(connect - (std::chrono::steady_clock::now() - start));
     if (const int error = connectionError(addresses->addr, std::max(left, std::chrono::milliseconds(0))); error != 0)
         connectError_ = std::generic_category().message(error);
+}
+
+bool Connection::reconnect() {
+    return httpReconnect2(http_.get(), static_cast<int>(connect_.count()), nullptr) == 0;
 }
 
 Message Connection::ask(Message request, const std::string& resource) {
@@ -199,11 +203,6 @@ PasswordAnswers::~PasswordAnswers() {
     currentAnswers = outer_;
     cupsSetPasswordCB2(outer_ == nullptr ? nullptr : &PasswordAnswers::answer, outer_); // none: the library's own
     cupsSetUser(outer_ != nullptr && outer_->given_ ? outer_->given_->user.c_str() : nullptr);
-}
-
-const PasswordPrompt& PasswordAnswers::nobody() {
-    static const PasswordPrompt empty;
-    return empty;
 }
 
 const char* PasswordAnswers::answer(const char*, http_t*, const char*, const char*, void* self) {

@@ -11,11 +11,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace host {
 
 inline constexpr int kDefaultPort = 631;
 inline constexpr int kPasswordAttempts = 3; // the library itself would ask for ever
+
+/// What to do where a server or a queue wants a password that was not given.
+inline constexpr std::string_view kPasswordAdvice =
+    "print where you can be asked for them, or ask its administrator for access";
 
 using Message = std::unique_ptr<ipp_t, void (*)(ipp_t*)>;
 
@@ -51,6 +56,8 @@ public:
 
     bool isOpen() const { return http_ != nullptr; }
     http_t* http() const { return http_.get(); }
+    /// Connects anew, as a server wants it after a refusal. What it knows of the user stays known.
+    bool reconnect();
     bool timedOut() const { return timedOut_; }
 
     /// Is asked, a few times a second, whether to wait on for a server that says nothing; false ends the request.
@@ -70,7 +77,7 @@ public:
 private:
     static int waitsOn(http_t*, void* self);
 
-    std::chrono::milliseconds response_;
+    std::chrono::milliseconds connect_, response_;
     std::chrono::steady_clock::time_point lastSign_;
     std::function<bool()> goesOn_;
     bool timedOut_ = false;
@@ -83,13 +90,12 @@ private:
 /// the terminal. What was answered to an outer object of the thread is tried first. The prompt is borrowed.
 class PasswordAnswers {
 public:
-    explicit PasswordAnswers(const PasswordPrompt& prompt = nobody(), std::string server = {});
+    PasswordAnswers(const PasswordPrompt& prompt, std::string server);
     ~PasswordAnswers();
     PasswordAnswers(const PasswordAnswers&) = delete;
     PasswordAnswers& operator=(const PasswordAnswers&) = delete;
 
 private:
-    static const PasswordPrompt& nobody();
     static const char* answer(const char*, http_t*, const char*, const char*, void* self);
 
     const PasswordPrompt& prompt_;

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kJob = 7; // the number that each job gets
 constexpr std::string_view kPage = "<html>hello</html>";
+constexpr std::string_view kPpd = "*PPD-Adobe: \"4.3\"\n";
 
 using Message = std::unique_ptr<ipp_t, void (*)(ipp_t*)>;
 
@@ -45,12 +46,12 @@ void sendCutAnswer(http_t* http) {
     httpFlushWrite(http);
 }
 
-void sendPage(http_t* http) {
+void sendText(http_t* http, const char* type, std::string_view text) {
     httpClearFields(http);
-    httpSetField(http, HTTP_FIELD_CONTENT_TYPE, "text/html");
-    httpSetLength(http, kPage.size());
+    httpSetField(http, HTTP_FIELD_CONTENT_TYPE, type);
+    httpSetLength(http, text.size());
     httpWriteResponse(http, HTTP_STATUS_OK);
-    httpWrite2(http, kPage.data(), kPage.size());
+    httpWrite2(http, text.data(), text.size());
     httpFlushWrite(http);
 }
 
@@ -128,7 +129,8 @@ bool FakePrintServer::knowsPassword(http_t* http) const {
 
 bool FakePrintServer::answerRequest(http_t* http) {
     std::array<char, HTTP_MAX_URI> resource{};
-    if (httpReadRequest(http, resource.data(), resource.size()) != HTTP_STATE_POST)
+    const http_state_t request = httpReadRequest(http, resource.data(), resource.size());
+    if (request != HTTP_STATE_POST && request != HTTP_STATE_GET)
         return false;
     http_status_t status = HTTP_STATUS_CONTINUE;
     while (status == HTTP_STATUS_CONTINUE)
@@ -139,15 +141,19 @@ bool FakePrintServer::answerRequest(http_t* http) {
         sendQuestionForPassword(http);
         return false;
     }
+    if (request == HTTP_STATE_GET) {
+        sendText(http, "application/vnd.cups-ppd", kPpd);
+        return true;
+    }
     if (httpGetExpect(http) == HTTP_STATUS_CONTINUE)
         httpWriteResponse(http, HTTP_STATUS_CONTINUE);
-    const Message request(ippNew(), &ippDelete);
+    const Message question(ippNew(), &ippDelete);
     ipp_state_t state = IPP_STATE_IDLE;
     while (state != IPP_STATE_DATA && state != IPP_STATE_ERROR)
-        state = ippRead(http, request.get());
+        state = ippRead(http, question.get());
     if (state == IPP_STATE_ERROR)
         return false;
-    const int operation = ippGetOperation(request.get());
+    const int operation = ippGetOperation(question.get());
     const auto chosen = replies_.find(operation);
     const Reply reply = chosen == replies_.end() ? Reply::Good : chosen->second;
     {
@@ -163,7 +169,7 @@ bool FakePrintServer::answerRequest(http_t* http) {
     }
     switch (reply) {
     case Reply::Good:
-        sendAnswer(http, request.get());
+        sendAnswer(http, question.get());
         return true;
     case Reply::Silence:
         ::recv(httpGetFd(http), piece.data(), 1, 0); // until the other side or this object ends it
@@ -172,7 +178,7 @@ bool FakePrintServer::answerRequest(http_t* http) {
         sendCutAnswer(http);
         return false;
     case Reply::WebPage:
-        sendPage(http);
+        sendText(http, "text/html", kPage);
         return true;
     case Reply::Die:
         stopListening();

@@ -28,7 +28,7 @@ enum class Reply {
 class FakePrintServer {
 public:
     /// The reply to each IPP operation, by its number; the good one to those that are not named. With a password, as
-    /// "user:password", nothing is answered but to who gives it.
+    /// "user:password", nothing is answered but to who gives it. Every file is the first line of a PPD.
     explicit FakePrintServer(std::map<int, Reply> replies, std::string password = {});
     ~FakePrintServer();
     FakePrintServer(const FakePrintServer&) = delete;

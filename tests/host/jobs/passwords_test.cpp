@@ -1,5 +1,7 @@
 #include "host/jobs/job_changes.h"
 #include "host/jobs/job_status.h"
+#include "host/jobs/queues.h"
+#include "tests/host/jobs/plain_user.h"
 #include "tests/host/jobs/queue_test.h"
 #include "tests/support/fake_print_server.h"
 
@@ -9,10 +11,13 @@ namespace host {
 namespace {
 
 using test_support::FakePrintServer;
+using testing::AllOf;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+
+constexpr const char* kWanted = "wants a user's name and password";
 
 /// A server that answers nobody but "ann", and a user who is asked.
 class Passwords : public testing::Test {
@@ -94,6 +99,55 @@ TEST_F(Passwords, ChangesAndQuestionsAskToo) {
     questions_.clear();
     EXPECT_EQ(jobStatus(server_.hostAndPort(), 7, {}, answering({"right word"})).error, "");
     EXPECT_THAT(jobStatus(server_.hostAndPort(), 7).error, HasSubstr("Nothing could be learnt"));
+}
+
+TEST_F(Passwords, QueuesAndPpdsAskToo) {
+    const std::string server = server_.hostAndPort();
+    EXPECT_THAT(listQueues(server).error, AllOf(HasSubstr("The queues"), HasSubstr(kWanted)));
+    EXPECT_THAT(fetchPpd({server, kQueue}).error,
+                AllOf(HasSubstr("PPD of the queue \"Recorder\""), HasSubstr(kWanted)));
+    EXPECT_EQ(listQueues(server, {}, answering({"right word"})).error, "");
+    ASSERT_EQ(questions_.size(), 1U);
+    questions_.clear();
+    const FetchedPpd ppd = fetchPpd({server, kQueue}, {}, answering({"wrong", "right word"}));
+    EXPECT_EQ(ppd.error, "");
+    EXPECT_THAT(ppd.text, HasSubstr("*PPD-Adobe"));
+    ASSERT_EQ(questions_.size(), 2U);
+    EXPECT_THAT(questions_[0].server, HasSubstr(server));
+    EXPECT_TRUE(questions_[1].isAgain);
+}
+
+TEST_F(Passwords, WrongOnesForAPpdEndInWords) {
+    const FetchedPpd ppd =
+        fetchPpd({server_.hostAndPort(), kQueue}, {}, answering(std::vector<std::string>(100, "wrong")));
+    EXPECT_THAT(ppd.error, HasSubstr(kWanted));
+    EXPECT_EQ(questions_.size(), 3U);
+}
+
+/// A server that answers anybody but guards its queues.
+class GuardedQueues : public testing::Test {
+protected:
+    GuardedQueues() { server_.addQueue(kQueue, kRecordingPpd); }
+
+    test_support::PrivateCupsd server_{
+        {.user = {}, .configuration = "<Location /printers>\n  AuthType Basic\n  Require valid-user\n</Location>\n"}};
+    const test_support::TemporaryFolder folder_;
+};
+
+TEST_F(GuardedQueues, AreOpenOverTheServersOwnSocket) {
+    const std::string answer = test_support::asPlainUser([&] {
+        const FetchedPpd ppd = fetchPpd({server_.socket(), kQueue});
+        return ppd.error + (ppd.text.find("*ModelName: \"Recorder\"") == std::string::npos ? "no PPD" : "");
+    });
+    EXPECT_EQ(answer, "") << server_.errorLog();
+    const JobResult result =
+        submitToQueue({server_.socket(), kQueue}, {.documentPath = folder_.write("page.txt", "a page\n")});
+    EXPECT_TRUE(result.ok) << result.error;
+}
+
+TEST_F(GuardedQueues, SayThatTheyWantAPassword) {
+    EXPECT_THAT(fetchPpd({server_.hostAndPort(), kQueue}).error,
+                AllOf(HasSubstr("PPD of the queue \"Recorder\""), HasSubstr(kWanted), HasSubstr("administrator")));
 }
 
 } // namespace
