@@ -91,6 +91,9 @@ std::string plainText(std::string_view text, std::size_t maximumBytes) {
 }
 
 std::string documentName(std::string_view path) {
+    constexpr std::string_view kDescriptors = "/proc/self/fd/"; // a file there has a number in a name's place
+    if (path.starts_with(kDescriptors))
+        return "document";
     const std::size_t slash = path.rfind('/');
     std::string name = plainText(slash == std::string_view::npos ? path : path.substr(slash + 1), kMaximumTitleBytes);
     return name.empty() ? "document" : name;

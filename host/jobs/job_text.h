@@ -21,7 +21,7 @@ bool hasControlCharacters(std::string_view text);
 /// ends go, and the rest is cut at a character's border to at most `maximumBytes`.
 std::string plainText(std::string_view text, std::size_t maximumBytes);
 
-/// The last component of a path, as plain text; "document" for a path that has none.
+/// The last component of a path, as plain text; "document" for a path that has none, and for an open file's.
 std::string documentName(std::string_view path);
 
 /// The title that a job bears: the request's own, as plain text of at most kMaximumTitleBytes, or its document's name.

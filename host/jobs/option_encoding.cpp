@@ -167,10 +167,14 @@ std::string refusalForOption(const JobOption& option) {
         return "An option without a name cannot be printed with: give it a name or leave it out.";
     if (option.name.size() > kMaximumNameBytes || !isUtf8(option.name) || !survivesParsing({option.name, "x"}))
         return "The option " + name + " has a name that does not survive printing: rename it or leave it out.";
-    if (option.name.starts_with(kJobPrefix) || std::ranges::find(kServersNames, option.name) != std::end(kServersNames))
+    if ((option.name.starts_with(kJobPrefix) && option.name != kJobSheets) ||
+        std::ranges::find(kServersNames, option.name) != std::end(kServersNames))
         return "The option " + name + " is kept for the print server's own use: leave it out.";
     if (equalWithoutCase(option.name, kCopies))
         return "The option " + name + " would contradict the job's number of copies: leave it out.";
+    if (option.name == kJobSheets && std::ranges::count(value, ',') > 1)
+        return "The option " + name + " cannot have the value " + quotedText(value) +
+               ": name one sheet, or two with a comma between.";
     if (value.size() > kMaximumOptionValueBytes)
         return "The value of the option " + name + " has " + std::to_string(value.size()) + " bytes: shorten it to " +
                std::to_string(kMaximumOptionValueBytes) + " at most.";

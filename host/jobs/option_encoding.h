@@ -4,12 +4,17 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 typedef struct _ipp_attribute_s ipp_attribute_t;
 typedef struct _ipp_s ipp_t; // both the printing library's own, kept out of this header's readers
 
 namespace host {
+
+/// The sheets before and after a job: one name or two with a comma between. Alone among the names that begin with
+/// "job-" it is an option like any other.
+inline constexpr std::string_view kJobSheets = "job-sheets";
 
 /// The most bytes of one option's value that a print server takes.
 inline constexpr std::size_t kMaximumOptionValueBytes = 32'000;

@@ -36,9 +36,9 @@ constexpr const char* kServiceUser = "lp"; // runs filters and backends where th
 const fs::path kSystemHelper = "/usr/lib/cups/daemon/cups-exec";
 
 /// Folders of a server, below its own.
-constexpr const char* kSubfolders[] = {"etc",        "etc/ppd",     "bin",       "bin/filter", "bin/backend",
-                                       "bin/daemon", "bin/cgi-bin", "share",     "share/mime", "cache",
-                                       "state",      "spool",       "spool/tmp", "log",        "records"};
+constexpr const char* kSubfolders[] = {
+    "etc",        "etc/ppd",       "bin",   "bin/filter", "bin/backend", "bin/daemon", "bin/cgi-bin", "share",
+    "share/mime", "share/banners", "cache", "state",      "spool",       "spool/tmp",  "log",         "records"};
 
 [[noreturn]] void fail(const std::string& what) {
     throw std::runtime_error("private print server: " + what);
@@ -177,7 +177,10 @@ void PrivateCupsd::prepareFolder(const Options& options) {
     fs::copy_file(support / "recording_filter.sh", folder_ / "bin/filter/recording_filter");
     fs::copy_file(support / "recording_backend.sh", folder_ / "bin/backend/recorder");
     fs::create_symlink(kSystemHelper, folder_ / "bin/daemon/cups-exec");
-    writeFile(folder_ / "share/mime/mime.types", "application/octet-stream\napplication/vnd.cups-raw\n");
+    writeFile(folder_ / "share/mime/mime.types", "application/octet-stream string(0,#CUPS-BANNER)\n"
+                                                 "application/vnd.cups-raw\n");
+    for (const char* sheet : {"classified", "secret"}) // for "job-sheets"
+        writeFile(folder_ / "share/banners" / sheet, "#CUPS-BANNER\n");
     writeFile(folder_ / "share/mime/mime.convs", "");
     const fs::path gate = folder_ / "records/gate";
     if (::mkfifo(gate.c_str(), 0600) != 0 || ::chmod(gate.c_str(), 0666) != 0)
@@ -345,6 +348,25 @@ std::map<int, std::string> PrivateCupsd::jobStates() const {
         states[jobs[index].id] = ippEnumString("job-state", jobs[index].state);
     cupsFreeJobs(count, jobs);
     return states;
+}
+
+std::string PrivateCupsd::jobAttribute(int jobId, const std::string& name) const {
+    const std::unique_ptr<http_t, void (*)(http_t*)> http(
+        httpConnect2(socket().c_str(), 0, nullptr, AF_UNSPEC, HTTP_ENCRYPTION_NEVER, 1, 1000, nullptr), &httpClose);
+    ipp_t* request = ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES);
+    const std::string uri = "ipp://localhost/jobs/" + std::to_string(jobId);
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "job-uri", nullptr, uri.c_str());
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    const std::unique_ptr<ipp_t, void (*)(ipp_t*)> answer(cupsDoRequest(http.get(), request, "/"), &ippDelete);
+    if (!answer || ippGetStatusCode(answer.get()) > IPP_STATUS_OK_CONFLICTING)
+        fail("it does not tell of the job " + std::to_string(jobId));
+    ipp_attribute_t* attribute = ippFindAttribute(answer.get(), name.c_str(), IPP_TAG_ZERO);
+    std::string text;
+    for (int index = 0; index < ippGetCount(attribute); ++index) {
+        const char* word = ippGetString(attribute, index, nullptr);
+        text += (index == 0 ? "" : ",") + (word != nullptr ? word : std::to_string(ippGetInteger(attribute, index)));
+    }
+    return text;
 }
 
 } // namespace test_support

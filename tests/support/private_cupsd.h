@@ -73,6 +73,9 @@ public:
     /// The IPP job-state words of every job the server knows, by number.
     std::map<int, std::string> jobStates() const;
 
+    /// A job's attribute, as text with commas between its values; empty where the job has none of that name.
+    std::string jobAttribute(int jobId, const std::string& name) const;
+
     std::string errorLog() const; ///< for a failing test's message
 
 private:
