@@ -1,10 +1,10 @@
 #include "host/command_line/arguments.h"
 
+#include "host/command_line/option_meaning.h"
 #include "host/jobs/job_text.h"
 #include "host/jobs/option_parsing.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <getopt.h>
 #include <iterator>
@@ -15,10 +15,11 @@ namespace {
 
 constexpr std::string_view kLp = "lp";
 constexpr std::string_view kIndefinite = "indefinite", kNoHold = "no-hold";
-constexpr int kFirstPriority = 100, kMostCopies = 9999;
+
+constexpr int kFile = 1; // what getopt calls an argument that is no option, where the order is kept
 
 enum LongOption {
-    kDryRun = 1,
+    kDryRun = 256, // above every letter
     kJson,
     kCheck,
     kExplain,
@@ -62,35 +63,14 @@ constexpr option kLongOptions[] = {{"dry-run", no_argument, nullptr, kDryRun},
                                    {"version", no_argument, nullptr, kVersion},
                                    {nullptr, 0, nullptr, 0}};
 
-// A colon first: we word what is wrong ourselves.
-constexpr const char* kLetters = ":Ecd:h:i:mn:o:P:q:st:U:H:";
+// A dash first: options may follow files, whatever POSIXLY_CORRECT says. Then a colon: we word what is wrong ourselves.
+constexpr const char* kLetters = "-:Ecd:h:i:mn:o:P:q:st:U:H:";
 
 /// An option as it is written: "-d" or "--ppd".
 std::string nameOf(int found) {
     const auto* known = std::ranges::find(kLongOptions, found, &option::val);
     return known == std::end(kLongOptions) ? std::string("-") + static_cast<char>(found)
                                            : std::string("--") + known->name;
-}
-
-/// nullopt where the text is no whole number between these.
-std::optional<int> numberBetween(std::string_view text, int least, int most) {
-    int number = 0;
-    const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (status != std::errc() || end != text.data() + text.size() || number < least || number > most)
-        return std::nullopt;
-    return number;
-}
-
-/// The words of print servers for a time, and a time of the day: "18:30" or "18:30:15".
-bool isHoldTime(std::string_view word) {
-    constexpr std::string_view kWords[] = {kIndefinite, kNoHold,   "day-time",     "evening",
-                                           "night",     "weekend", "second-shift", "third-shift"};
-    if (std::ranges::find(kWords, word) != std::end(kWords))
-        return true;
-    const std::size_t colon = word.find(':'), second = word.find(':', colon + 1);
-    return colon != word.npos && numberBetween(word.substr(0, colon), 0, 23) &&
-           numberBetween(word.substr(colon + 1, second == word.npos ? second : second - colon - 1), 0, 59) &&
-           (second == word.npos || numberBetween(word.substr(second + 1), 0, 59));
 }
 
 /// "1-3,5,8-": rising, and without overlaps.
@@ -128,9 +108,8 @@ std::string readHold(std::string_view word, Arguments& read) {
     } else if (isHoldTime(word)) {
         read.holdUntil = word;
     } else {
-        return "A job cannot be held until " + quotedText(word) +
-               ": say hold, resume, immediate, restart, HH:MM (UTC), or indefinite, day-time, evening, night, weekend, "
-               "second-shift, third-shift.";
+        return "A job cannot be held until " + quotedText(word) + ": say hold, resume, immediate, restart, " +
+               kHoldTimes + ".";
     }
     return {};
 }
@@ -237,6 +216,11 @@ std::string contradiction(const Arguments& read, bool dialogWasAskedFor) {
         return "The option --json goes with --dry-run or --presets.";
     if (dialogWasAskedFor && read.onlyReports())
         return "The option --dialog does not go with --dry-run, --check, --explain or --summary.";
+    if (!read.job.empty() && read.onlyReports())
+        return "The option -i does not go with --dry-run, --check, --explain or --summary: it changes a job at once.";
+    if (read.showsDialog && (read.stopsOnAlert || read.hidesAlerts))
+        return std::string("The option ") + (read.stopsOnAlert ? "--stop-on-alert" : "--no-alerts") +
+               " goes with --no-dialog: the dialog shows what the panels have to say.";
     if (dialogWasAskedFor && read.managesPresets())
         return "The option --dialog does not go with what lists or changes presets.";
     const int tasks = static_cast<int>(read.onlyReports()) + static_cast<int>(!read.job.empty()) +
@@ -278,10 +262,13 @@ Arguments readArguments(const std::vector<std::string>& arguments, std::string& 
     for (int found;
          error.empty() && (found = getopt_long(count, pointers.data(), kLetters, kLongOptions, nullptr)) != -1;) {
         if (found == '?' || found == ':') {
-            const std::string given = optopt > kVersion ? std::string("-") + static_cast<char>(optopt)
-                                                        : std::string(pointers[static_cast<std::size_t>(optind) - 1]);
+            const bool isLetter = optopt != 0 && optopt < kDryRun;
+            const std::string given = isLetter ? std::string("-") + static_cast<char>(optopt)
+                                               : std::string(pointers[static_cast<std::size_t>(optind) - 1]);
             error = found == '?' ? "There is no option " + quotedText(given) + "; see --help."
                                  : "The option " + given + " needs a value; see --help.";
+        } else if (found == kFile) {
+            read.files.emplace_back(optarg);
         } else if (found == kDialog || found == kNoDialog) {
             dialog = found == kDialog;
         } else {
@@ -294,7 +281,7 @@ Arguments readArguments(const std::vector<std::string>& arguments, std::string& 
     }
     if (!error.empty())
         return read;
-    for (int index = optind; index < count; ++index)
+    for (int index = optind; index < count; ++index) // after "--"
         read.files.emplace_back(pointers[static_cast<std::size_t>(index)]);
     read.showsDialog = dialog.value_or(read.program != kLp) && read.prints() && read.job.empty();
     error = contradiction(read, dialog.value_or(false));

@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <list>
 #include <optional>
 #include <unistd.h>
 
@@ -29,6 +30,7 @@ namespace {
 
 constexpr const char* kStandardInput = "-";
 constexpr const char* kStandardInputTitle = "(stdin)";
+constexpr int kUnchangedCopies = 0;
 
 /// The user's preferences as they stand. What would be kept is kept as long as the object: a print without a window
 /// changes no preference.
@@ -71,12 +73,14 @@ private:
     [[nodiscard]] std::filesystem::path bundle() const {
         return arguments_.bundle.empty() ? pathOfPlugInBundle() : std::filesystem::path(arguments_.bundle);
     }
+    [[nodiscard]] std::string titleOfInput() const;
     [[nodiscard]] std::string spoolDocuments();
     [[nodiscard]] std::string findQueue();
     [[nodiscard]] std::string takePreset(const QueueList& list);
     [[nodiscard]] std::string readPpd();
     [[nodiscard]] std::string destination() const;
     void putOwnFields();
+    int finishOutput() const;
     int changeSentJob();
     int managePresets();
     int keepPreset(const PreparedJob& job);
@@ -87,6 +91,7 @@ private:
 
     Arguments arguments_;
     SpooledInput input_;
+    std::list<SpooledInput> pipes_;
     std::vector<std::string> documents_;
     JobRequest request_;
     JobSource source_;
@@ -94,24 +99,36 @@ private:
     std::vector<std::string> complaints_; ///< about what was given; the job is printed all the same
 };
 
+/// The title of a job that was given none.
+std::string PrintCommand::titleOfInput() const {
+    return arguments_.files.empty() || arguments_.files.front() == kStandardInput
+               ? kStandardInputTitle
+               : documentName(arguments_.files.front());
+}
+
 /// Empty, or why there is nothing to print.
 std::string PrintCommand::spoolDocuments() {
     if (arguments_.files.empty())
         arguments_.files.emplace_back(kStandardInput);
     for (const std::string& file : arguments_.files) {
-        if (file != kStandardInput) { // told before anything is asked of the panels
+        std::error_code unreadable; // is told when it is opened
+        if (file == kStandardInput) {
+            if (input_.path().empty())
+                if (std::string failure = input_.readFrom(STDIN_FILENO, "Standard input"); !failure.empty())
+                    return failure;
+            documents_.push_back(input_.path());
+        } else if (std::filesystem::is_fifo(file, unreadable)) {
+            if (std::string failure = pipes_.emplace_back().readPipe(file); !failure.empty())
+                return failure;
+            documents_.push_back(pipes_.back().path());
+        } else { // told before anything is asked of the panels
             if (std::string failure = Document().open(file); !failure.empty())
                 return failure;
             documents_.push_back(file);
-            continue;
         }
-        if (input_.path().empty())
-            if (std::string failure = input_.readFrom(STDIN_FILENO); !failure.empty())
-                return failure;
-        documents_.push_back(input_.path());
     }
-    if (request_.title.empty() && arguments_.files.front() == kStandardInput)
-        request_.title = kStandardInputTitle;
+    if (request_.title.empty() && documents_.front() != arguments_.files.front())
+        request_.title = titleOfInput();
     request_.documentPath = documents_.front();
     return {};
 }
@@ -142,7 +159,7 @@ std::string PrintCommand::findQueue() {
     }
     const bool queueExists = std::ranges::find(list.queues, arguments_.queue, &Queue::name) != list.queues.end();
     return queueExists ? "The queue " + quotedText(arguments_.queue) + " has no instance " +
-                             quotedText(arguments_.instance) + "."
+                             quotedText(arguments_.instance) + ": see --presets, or name the queue alone."
                        : "There is no queue " + quotedText(arguments_.queue) + ": name another one by -d.";
 }
 
@@ -193,6 +210,14 @@ int PrintCommand::run() {
     return arguments_.showsDialog ? runDialog() : prepareAndPrint();
 }
 
+/// The exit status for what was written to standard output.
+int PrintCommand::finishOutput() const {
+    if (std::cout.flush())
+        return kExitDone;
+    return fail(kExitNotPrinted, "Standard output cannot be written to its end: check the disk or the program that "
+                                 "takes it.");
+}
+
 int PrintCommand::managePresets() {
     if (arguments_.listsPresets) {
         QueueList list = listQueues(arguments_.server);
@@ -201,10 +226,10 @@ int PrintCommand::managePresets() {
         if (!arguments_.queue.empty())
             std::erase_if(list.queues, [&](const Queue& each) { return each.name != arguments_.queue; });
         if (!arguments_.queue.empty() && list.queues.empty())
-            return fail(kExitNotPrinted, "There is no queue " + quotedText(arguments_.queue) + ".");
+            return fail(kExitNotPrinted, "There is no queue " + quotedText(arguments_.queue) +
+                                             ": name another one by -d, or none to list the presets of all.");
         (arguments_.json ? writePresetsAsJson : writePresets)(std::cout, list.queues);
-        std::cout.flush();
-        return kExitDone;
+        return finishOutput();
     }
     if (arguments_.queue.empty()) // a queue that is named need not be there any more
         if (const std::string error = findQueue(); !error.empty())
@@ -234,13 +259,20 @@ int PrintCommand::keepPreset(const PreparedJob& job) {
 }
 
 int PrintCommand::changeSentJob() {
-    JobChange change{.job = arguments_.job,
-                     .title = arguments_.title,
-                     .copies = arguments_.copies,
-                     .priority = arguments_.priority,
-                     .holdUntil = arguments_.holdUntil,
-                     .restarts = arguments_.restarts,
-                     .options = arguments_.options};
+    request_.copies = kUnchangedCopies;
+    std::vector<JobOption> options = arguments_.options;
+    const std::vector<std::string> complaints = takeJobFields(options, request_);
+    if (!complaints.empty())
+        return fail(kExitNotPrinted, complaints.front());
+    putOwnFields();
+    const JobChange change{.job = arguments_.job,
+                           .title = request_.title,
+                           .copies =
+                               request_.copies == kUnchangedCopies ? std::nullopt : std::optional(request_.copies),
+                           .priority = request_.priority,
+                           .holdUntil = request_.holdUntil,
+                           .restarts = arguments_.restarts,
+                           .options = options};
     const std::string failure = changeJob(arguments_.server, change);
     return failure.empty() ? kExitDone : fail(kExitNotPrinted, failure);
 }
@@ -303,9 +335,9 @@ int PrintCommand::prepareAndPrint() {
         return fail(kExitNotPrinted, error);
 
     source_.given = arguments_.options;
-    takeJobFields(source_.kept, request_);
-    takeJobFields(source_.preset, request_);
-    complaints_ = takeJobFields(source_.given, request_);
+    for (auto* list : {&source_.kept, &source_.preset, &source_.given}) // a later one goes before
+        for (std::string& complaint : takeJobFields(*list, request_))
+            complaints_.push_back(std::move(complaint));
     putOwnFields();
 
     if (arguments_.prints())
@@ -350,16 +382,15 @@ int PrintCommand::report(PreparedJob& job) {
         writeSummary(std::cout, job);
     if (arguments_.dryRun) {
         const PlannedJob planned{.destination = destination(),
-                                 .title = request_.title.empty() && !arguments_.files.empty()
-                                              ? documentName(arguments_.files.front())
-                                              : plainText(request_.title, kMaximumTitleBytes),
+                                 .title = request_.title.empty() ? titleOfInput()
+                                                                 : plainText(request_.title, kMaximumTitleBytes),
                                  .copies = request_.copies,
                                  .options = request_.options};
         (arguments_.json ? writeOptionsAsJson : writeOptions)(std::cout, planned);
     }
-    std::cout.flush();
-    if (!arguments_.check)
-        return kExitDone;
+    const int status = finishOutput();
+    if (!arguments_.check || status != kExitDone)
+        return status;
     const std::vector<std::string>& unknown = job.unknownOptions();
     complaints_.insert(complaints_.end(), unknown.begin(), unknown.end());
     for (const std::string& complaint : complaints_)

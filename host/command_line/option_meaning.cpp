@@ -2,6 +2,7 @@
 
 #include "framework/option_keywords.h"
 #include "host/jobs/job_text.h"
+#include "host/jobs/option_encoding.h"
 #include "host/jobs/option_parsing.h"
 #include "printing/print_settings.h"
 
@@ -41,6 +42,7 @@ constexpr std::string_view kKnownAttributes[] = {
     "fitplot",
     "gamma",
     "hue",
+    kJobSheets,
     "landscape",
     "lpi",
     "media",
@@ -154,13 +156,6 @@ bool isKnownAttribute(std::string_view name) {
     return std::ranges::find(kKnownAttributes, name) != std::end(kKnownAttributes);
 }
 
-/// nullopt where the text is no whole number.
-std::optional<int> wholeNumber(std::string_view text) {
-    int number = 0;
-    const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return status == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
 } // namespace
 
 std::set<std::string> installableOptions(std::string_view ppdText) {
@@ -219,27 +214,48 @@ std::vector<MeantOption> meaningOf(const JobOption& given, const PrinterDescript
     return {asItStands(OptionKind::UnknownOption, given, "There is no option " + quotedText(name) + ".")};
 }
 
+std::optional<int> numberBetween(std::string_view text, int least, int most) {
+    int number = 0;
+    const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (status != std::errc() || end != text.data() + text.size() || number < least || number > most)
+        return std::nullopt;
+    return number;
+}
+
+bool isHoldTime(std::string_view word) {
+    constexpr std::string_view kWords[] = {"indefinite", "no-hold", "day-time",     "evening",
+                                           "night",      "weekend", "second-shift", "third-shift"};
+    if (std::ranges::find(kWords, word) != std::end(kWords))
+        return true;
+    const std::size_t colon = word.find(':'), second = word.find(':', colon + 1);
+    return colon != word.npos && numberBetween(word.substr(0, colon), 0, 23) &&
+           numberBetween(word.substr(colon + 1, second == word.npos ? second : second - colon - 1), 0, 59) &&
+           (second == word.npos || numberBetween(word.substr(second + 1), 0, 59));
+}
+
 std::vector<std::string> takeJobFields(std::vector<JobOption>& options, JobRequest& request) {
     std::vector<std::string> complaints;
     const auto take = [&](const JobOption& option) {
         const auto& [name, value] = option;
         if (name == "copies") {
-            if (const auto copies = wholeNumber(value); copies && refusalForCopies(*copies).empty())
+            if (const auto copies = numberBetween(value, 1, kMostCopies))
                 request.copies = *copies;
             else
                 complaints.push_back("The number of copies must be from 1 to 9999, not " + quotedText(value) + ".");
         } else if (name == "job-priority") {
-            if (const auto priority = wholeNumber(value); priority && *priority >= 1 && *priority <= 100)
+            if (const auto priority = numberBetween(value, 1, kFirstPriority))
                 request.priority = *priority;
             else
                 complaints.push_back("The priority must be from 1 to 100, not " + quotedText(value) + ".");
         } else if (name == "job-hold-until") {
-            request.holdUntil = value;
+            if (isHoldTime(value))
+                request.holdUntil = value;
+            else
+                complaints.push_back("A job cannot be held until " + quotedText(value) + ": say " + kHoldTimes + ".");
         } else if (name == "job-name") {
             request.title = value;
-        } else if (name.starts_with("job-")) {
-            if (name != "job-sheets" || !value.starts_with("none")) // none is what happens anyway
-                complaints.push_back("The option " + quotedText(name) + " is left out: it cannot be given for a job.");
+        } else if (name.starts_with("job-") && name != kJobSheets) {
+            complaints.push_back("The option " + quotedText(name) + " is left out: it cannot be given for a job.");
         } else {
             return false;
         }

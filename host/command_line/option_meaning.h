@@ -3,6 +3,7 @@
 #include "host/jobs/job.h"
 #include "printing/printer_description.h"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -35,6 +36,17 @@ struct MeantOption {
 [[nodiscard]] std::vector<MeantOption> meaningOf(const JobOption& given,
                                                  const printing::PrinterDescription& description,
                                                  const std::set<std::string>& installable);
+
+inline constexpr int kFirstPriority = 100, kMostCopies = 9999; ///< of a job
+
+/// nullopt where the text is no whole number between these.
+[[nodiscard]] std::optional<int> numberBetween(std::string_view text, int least, int most);
+
+/// Can a job be held until this: a print server's word for a time, or a time of the day, "18:30" or "18:30:15"?
+[[nodiscard]] bool isHoldTime(std::string_view word);
+/// The same, as sentences list it.
+inline constexpr const char* kHoldTimes =
+    "HH:MM (UTC), or indefinite, day-time, evening, night, weekend, second-shift, third-shift";
 
 /// Takes the options that are fields of a job ("copies", "job-priority", "job-hold-until", "job-name") out of the list
 /// and puts them into the request. Returns a sentence for each that cannot be used.

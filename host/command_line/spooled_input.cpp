@@ -1,8 +1,12 @@
 #include "host/command_line/spooled_input.h"
 
+#include "host/jobs/job_text.h"
+
 #include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <span>
 #include <system_error>
@@ -27,8 +31,13 @@ bool writeAll(int descriptor, std::span<const char> bytes) {
     return true;
 }
 
+std::string cannotBeKept(const std::string& source, const std::string& folder) {
+    return source + " cannot be kept for printing in " + quotedText(folder) + " (" + systemError() +
+           "): make room there, or name another folder by TMPDIR.";
+}
+
 /// Copies to the end. Empty, or the sentence that says what went wrong.
-std::string copyAll(int from, int to) {
+std::string copyAll(int from, int to, const std::string& source, const std::string& folder) {
     std::array<char, 64 * 1024> piece;
     bool isEmpty = true;
     for (;;) {
@@ -36,23 +45,24 @@ std::string copyAll(int from, int to) {
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            return "Standard input cannot be read: " + systemError() + ".";
+            return source + " cannot be read: " + systemError() + ".";
         if (count == 0)
-            return isEmpty ? "Standard input holds nothing to print." : "";
+            return isEmpty ? source + " holds nothing to print." : "";
         isEmpty = false;
         if (!writeAll(to, {piece.data(), static_cast<std::size_t>(count)}))
-            return "Standard input cannot be kept for printing: " + systemError() + ".";
+            return cannotBeKept(source, folder);
     }
 }
 
 } // namespace
 
 SpooledInput::~SpooledInput() {
-    if (!path_.empty())
-        ::unlink(path_.c_str());
+    if (file_ >= 0)
+        ::close(file_);
 }
 
-std::string SpooledInput::readFrom(int descriptor) {
+std::string SpooledInput::readFrom(int descriptor, const std::string& source) {
+    assert(file_ < 0);
     if (::isatty(descriptor) == 1)
         return "There is no document: name a file, or send one to standard input.";
     std::error_code error;
@@ -60,12 +70,21 @@ std::string SpooledInput::readFrom(int descriptor) {
     if (error)
         folder = "/tmp";
     std::string pattern = folder / "corvane-print-XXXXXX";
-    const int file = ::mkstemp(pattern.data());
-    if (file < 0)
-        return "Standard input cannot be kept for printing in \"" + folder.string() + "\": " + systemError() + ".";
-    path_ = pattern;
-    const std::string failure = copyAll(descriptor, file);
-    ::close(file);
+    file_ = ::mkostemp(pattern.data(), O_CLOEXEC);
+    if (file_ < 0)
+        return cannotBeKept(source, folder);
+    ::unlink(pattern.c_str());
+    path_ = "/proc/self/fd/" + std::to_string(file_);
+    return copyAll(descriptor, file_, source, folder);
+}
+
+std::string SpooledInput::readPipe(const std::string& path) {
+    const std::string source = "The pipe " + quotedText(path);
+    const int pipe = ::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
+    if (pipe < 0)
+        return source + " cannot be read: " + systemError() + ".";
+    std::string failure = readFrom(pipe, source);
+    ::close(pipe);
     return failure;
 }
 

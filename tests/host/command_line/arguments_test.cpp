@@ -1,5 +1,6 @@
 #include "host/command_line/arguments.h"
 
+#include <cstdlib>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -60,6 +61,15 @@ TEST_F(CommandLineArguments, LettersMayBeJoinedAndFollowFiles) {
     EXPECT_TRUE(read.isSilent);
     EXPECT_EQ(read.copies, 2);
     EXPECT_THAT(read.files, ElementsAre("first", "second", "-third"));
+}
+
+TEST_F(CommandLineArguments, LettersFollowFilesAlsoWhereTheSystemWouldEndThem) {
+    ::setenv("POSIXLY_CORRECT", "1", 1);
+    const Arguments read = CommandLineArguments::read({"first", "-n2", "second", "--dry-run", "--", "-d"});
+    ::unsetenv("POSIXLY_CORRECT");
+    EXPECT_EQ(read.copies, 2);
+    EXPECT_TRUE(read.dryRun);
+    EXPECT_THAT(read.files, ElementsAre("first", "second", "-d"));
 }
 
 TEST_F(CommandLineArguments, ADashIsStandardInput) {
@@ -162,6 +172,10 @@ TEST_F(CommandLineArguments, WhatIsWrongIsNamed) {
         {{"--dialog", "-i", "3"}, "--dialog"},
         {{"-i", "3", "page.pdf"}, "no files"},
         {{"-H", "restart"}, "-i"},
+        {{"-i", "3", "-n", "2", "--dry-run"}, "-i does not go with"},
+        {{"-i", "3", "-n", "2", "--check"}, "-i does not go with"},
+        {{"--dialog", "--stop-on-alert"}, "--stop-on-alert goes with --no-dialog"},
+        {{"--dialog", "--no-alerts"}, "--no-alerts goes with --no-dialog"},
     };
     for (const auto& [arguments, named] : kCases) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -95,6 +95,7 @@ TEST_F(OptionMeaning, WhatIsNoChoiceIsToldApart) {
     constexpr Case kCases[] = {
         {"page-ranges", OptionKind::Attribute},
         {"number-up", OptionKind::Attribute},
+        {"job-sheets", OptionKind::Attribute},
         {"fit-to-page", OptionKind::Attribute},
         {"AP_ColorMatchingMode", OptionKind::PrintSetting},
         {"com.corvane.print.PrintSettings.CEV_Red", OptionKind::PrintSetting},
@@ -130,11 +131,12 @@ TEST(InstallableOptions, AreThoseOfTheirGroupAlone) {
 TEST(JobFields, AreTakenOutOfTheOptions) {
     std::vector<JobOption> options = {{"copies", "4"},        {"PageSize", "A4"},
                                       {"job-priority", "80"}, {"job-hold-until", "night"},
-                                      {"job-name", "Letter"}, {"job-sheets", "none,none"}};
+                                      {"job-name", "Letter"}, {"job-sheets", "secret,none"}};
     JobRequest request;
     EXPECT_THAT(takeJobFields(options, request), IsEmpty());
-    ASSERT_EQ(options.size(), 1U);
+    ASSERT_EQ(options.size(), 2U);
     EXPECT_EQ(options.front().name, "PageSize");
+    EXPECT_EQ(options.back().name, "job-sheets"); // sent like any other
     EXPECT_EQ(request.copies, 4);
     EXPECT_EQ(request.priority, 80);
     EXPECT_EQ(request.holdUntil, "night");
@@ -142,8 +144,11 @@ TEST(JobFields, AreTakenOutOfTheOptions) {
 }
 
 TEST(JobFields, OfNoUseAreTold) {
-    const JobOption kUseless[] = {
-        {"copies", "many"}, {"copies", "0"}, {"job-priority", "101"}, {"job-sheets", "secret"}, {"job-anything", "x"}};
+    const JobOption kUseless[] = {{"copies", "many"},
+                                  {"copies", "0"},
+                                  {"job-priority", "101"},
+                                  {"job-hold-until", "banana"},
+                                  {"job-anything", "x"}};
     for (const JobOption& given : kUseless) {
         SCOPED_TRACE(given.name + "=" + given.value);
         std::vector<JobOption> options = {given};
@@ -152,6 +157,7 @@ TEST(JobFields, OfNoUseAreTold) {
         EXPECT_THAT(options, IsEmpty());
         EXPECT_EQ(request.copies, 1);
         EXPECT_EQ(request.priority, 0);
+        EXPECT_EQ(request.holdUntil, "");
     }
 }
 

@@ -1,7 +1,11 @@
 #include "host/command_line/command_line.h"
 #include "tests/host/command_line/printing.h"
 
+#include <fstream>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
 namespace host {
 namespace {
@@ -29,6 +33,90 @@ TEST_F(Printing, StandardInputIsPrintedWithOrWithoutADash) {
         const auto record = printed(arguments, "from a pipe\n");
         EXPECT_EQ(record.data, "from a pipe\n");
         EXPECT_EQ(record.title, "(stdin)");
+    }
+}
+
+TEST_F(Printing, APipeIsPrintedAsAFileIs) {
+    const std::string pipe = folder_.path() / "pipe";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(pipe) << "through a pipe\n"; });
+    const auto record = printed({"-d", "Sample", pipe});
+    writer.join();
+    EXPECT_EQ(record.data, "through a pipe\n");
+    EXPECT_EQ(record.title, "pipe");
+}
+
+TEST_F(Printing, StandardInputMayBeAPipeThatIsNamed) {
+    const auto result = test_support::runProgram(
+        {.program = PRINT_PROGRAM,
+         .arguments = {"lp", "-d", "Sample", "/dev/stdin", page()},
+         .environment = environment_,
+         .writeInput = [](int descriptor) { EXPECT_EQ(::write(descriptor, "piped\n", 6), 6); }});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("(2 file(s))"));
+}
+
+TEST_F(Printing, StandardInputLeavesNoFileHoweverThePrintingEnds) {
+    const std::filesystem::path spool = folder_.path() / "spool";
+    std::filesystem::create_directory(spool);
+    environment_["TMPDIR"] = spool;
+    bool isEmptyMeanwhile = false;
+    const auto result = test_support::runProgram({.program = PRINT_PROGRAM,
+                                                  .arguments = {"lp", "-d", "Sample"},
+                                                  .environment = environment_,
+                                                  .writeInput = [&](int descriptor) {
+                                                      // More than a pipe holds: once it is written, the command has
+                                                      // begun to read.
+                                                      const std::string bytes(1 << 20, 'x');
+                                                      EXPECT_EQ(::write(descriptor, bytes.data(), bytes.size()),
+                                                                static_cast<ssize_t>(bytes.size()));
+                                                      isEmptyMeanwhile = std::filesystem::is_empty(spool);
+                                                  }});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_TRUE(isEmptyMeanwhile);
+}
+
+TEST_F(Printing, SheetsAreSentGivenOrKept) {
+    keepOptions("Dest Sample job-sheets=classified\n");
+    const auto sheetsOf = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), {"--no-alerts", "-H", "hold", page()});
+        const auto result = run(arguments);
+        EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("held until it is released")));
+        return server().jobAttribute(jobOf(result.output), "job-sheets");
+    };
+    EXPECT_EQ(sheetsOf({"-d", "Foreign", "-o", "job-sheets=secret,classified"}), "secret,classified");
+    EXPECT_EQ(sheetsOf({"-d", "Sample", "-o", "job-sheets=secret"}), "secret");
+    EXPECT_EQ(sheetsOf({"-d", "Sample"}), "classified");
+    EXPECT_THAT(run({"-d", "Foreign", "-o", "job-sheets=a,b,c", page()}).errors, HasSubstr("one sheet, or two"));
+}
+
+TEST_F(Printing, KeptOptionsOfNoUseAreTold) {
+    keepOptions("Dest Foreign job-hold-until=banana\n");
+    const auto result = run({"-d", "Foreign", page()});
+    EXPECT_EQ(result.status, kExitDone);
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("\"banana\"")));
+}
+
+TEST_F(Printing, ADryRunTellsTheTitleThatIsSent) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"-d", "Sample"}, {"-d", "Sample", "-"}, {"-d", "Sample", "-", page()}}) {
+        std::vector<std::string> dry = arguments;
+        dry.emplace_back("--dry-run");
+        EXPECT_THAT(run(dry).output, HasSubstr("\ntitle: (stdin)\n"));
+    }
+    EXPECT_THAT(run({"-d", "Sample", page(), "--dry-run"}).output, HasSubstr("\ntitle: page.txt\n"));
+}
+
+TEST_F(Printing, AReportThatCannotBeWrittenIsAFailure) {
+    keepOptions("Default Sample\nDest Sample/photo CVMediaType=Glossy\n");
+    for (const char* report : {"--dry-run", "--summary", "--explain", "--presets"}) {
+        SCOPED_TRACE(report);
+        const auto result = test_support::runProgram(
+            {.program = "/bin/sh",
+             .arguments = {"sh", "-c", "exec \"$@\" >/dev/full", "sh", PRINT_PROGRAM, "--no-dialog", report},
+             .environment = environment_});
+        EXPECT_EQ(result.status, kExitNotPrinted);
+        EXPECT_THAT(result.errors, HasSubstr("Standard output cannot be written"));
     }
 }
 
@@ -168,6 +256,20 @@ TEST_F(Printing, AHeldJobIsChangedAndReleased) {
     EXPECT_EQ(record->copies, "5");
 }
 
+TEST_F(Printing, AHeldJobIsChangedByOptionsToo) {
+    const int job = jobOf(run({"-d", "Sample", "-H", "hold", page()}).output);
+    ASSERT_NE(job, 0);
+    const auto change = [&](const std::string& options) { return run({"-i", std::to_string(job), "-o", options}); };
+    EXPECT_EQ(change("job-priority=77 copies=3 job-name=Letter").errors, "");
+    EXPECT_EQ(server().jobAttribute(job, "job-priority"), "77");
+    EXPECT_EQ(server().jobAttribute(job, "copies"), "3");
+    EXPECT_EQ(server().jobAttribute(job, "job-name"), "Letter");
+    EXPECT_EQ(change("job-priority=78 copies=many").status, kExitNotPrinted);
+    EXPECT_EQ(server().jobAttribute(job, "job-priority"), "77");
+    EXPECT_EQ(change("job-hold-until=no-hold").status, kExitDone);
+    EXPECT_TRUE(server().waitForRecord(job));
+}
+
 TEST_F(Printing, WhatNoServerTakesIsToldBeforeThePanelsAreAsked) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"-d", "Sample", folder_.path() / "missing.pdf"},
@@ -193,7 +295,8 @@ TEST_F(Printing, WhatCannotBePrintedIsOneLineAndAStatus) {
     };
     const Case kCases[] = {
         {{"-d", "Nobody", file}, "Nobody"},
-        {{"-d", "Sample/nothing", file}, "instance"},
+        {{"-d", "Sample/nothing", file}, "see --presets"},
+        {{"-d", "Nobody", "--presets"}, "name another one by -d"},
         {{"-d", "Sample", folder_.path() / "missing.pdf"}, "missing.pdf"},
         {{"-h", "/no/such/socket", "-d", "Sample", file}, "No connection"},
         {{"-i", "99999", "-n", "2"}, "99999"},
