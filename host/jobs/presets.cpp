@@ -181,21 +181,11 @@ std::string changeLines(PresetOwner owner, const std::function<std::string(Lines
     return replaceFile(file, content) ? "" : what + systemError() + ".";
 }
 
-std::string refusalForName(const std::string& name) {
-    if (name.empty())
-        return "A preset needs a name: give it one.";
-    if (name.size() > kMaximumNameBytes || name.find_first_of(kUnusableInNames) != std::string::npos ||
-        hasControlCharacters(name) || !isUtf8(name))
-        return "There can be no preset " + quotedText(name) +
-               ": its name must have no blanks, quotes, \"/\", \"#\" or \"=\", and at most 127 bytes; change it.";
-    return {};
-}
-
 std::string refusalFor(const PresetName& preset) {
     if (preset.queue.empty() || preset.queue.find_first_of(kUnusableInNames) != std::string::npos ||
         hasControlCharacters(preset.queue) || !isUtf8(preset.queue))
         return "There can be no presets for a queue " + quotedText(preset.queue) + ": choose another queue.";
-    return refusalForName(preset.name);
+    return refusalForPresetName(preset.name);
 }
 
 bool isCopies(const JobOption& option) {
@@ -213,7 +203,64 @@ std::string noSuchPreset(const PresetName& preset) {
                                               : " of everyone's: choose one that it has.");
 }
 
+/// What stands on a line before its comment.
+std::string withoutComment(std::string_view text) {
+    std::string plain;
+    for (std::size_t at = 0; at < text.size() && text[at] != '#'; ++at) {
+        if (text[at] == '\\' && at + 1 < text.size() && text[at + 1] == '#')
+            ++at;
+        plain += text[at];
+    }
+    return plain;
+}
+
+/// Adds the presets of the lines to those of the files that were read before.
+void addPresets(const Lines& lines, const std::string& queue, PresetOwner owner, std::vector<Preset>& presets) {
+    for (const Line& each : lines) {
+        const Line line = readLine(withoutComment(each.text));
+        const std::size_t slash = line.destination.find('/');
+        const std::string name = slash == std::string::npos ? "" : line.destination.substr(slash + 1);
+        if (!equalWithoutCase(std::string_view(line.destination).substr(0, slash), queue) ||
+            !refusalForPresetName(name).empty())
+            continue;
+        auto preset =
+            std::ranges::find_if(presets, [&](const Preset& known) { return equalWithoutCase(known.name.name, name); });
+        if (preset == presets.end())
+            preset = presets.insert(presets.end(), Preset{});
+        preset->name = {.queue = queue, .name = name, .owner = owner};
+        for (JobOption& option : parsedOptions(std::string(optionsOf(line)))) {
+            std::erase_if(preset->options, [&](const JobOption& known) { return known.name == option.name; });
+            preset->options.push_back(std::move(option));
+        }
+        std::ranges::sort(preset->options, {}, &JobOption::name);
+    }
+}
+
 } // namespace
+
+std::string refusalForPresetName(const std::string& name) {
+    if (name.empty())
+        return "A preset needs a name: give it one.";
+    if (name.size() > kMaximumNameBytes || name.find_first_of(kUnusableInNames) != std::string::npos ||
+        hasControlCharacters(name) || !isUtf8(name))
+        return "There can be no preset " + quotedText(name) +
+               ": its name must have no blanks, quotes, \"/\", \"#\" or \"=\", and at most 127 bytes; change it.";
+    return {};
+}
+
+PresetList listPresets(const std::string& queue) {
+    PresetList list;
+    for (const PresetOwner owner : {PresetOwner::Everyone, PresetOwner::User}) {
+        const fs::path file = presetsFile(owner);
+        Lines lines;
+        if (std::string failure = file.empty() ? "" : readLines(file, lines); !failure.empty())
+            list.error = std::move(failure);
+        else
+            addPresets(lines, queue, owner, list.presets);
+    }
+    std::ranges::sort(list.presets, {}, [](const Preset& each) -> const std::string& { return each.name.name; });
+    return list;
+}
 
 std::string savePreset(const PresetName& preset, const std::vector<JobOption>& options) {
     if (std::string refusal = refusalFor(preset); !refusal.empty())
@@ -244,7 +291,7 @@ std::string savePreset(const PresetName& preset, const std::vector<JobOption>& o
 std::string renamePreset(const PresetName& preset, const std::string& newName) {
     if (std::string refusal = refusalFor(preset); !refusal.empty())
         return refusal;
-    if (std::string refusal = refusalForName(newName); !refusal.empty())
+    if (std::string refusal = refusalForPresetName(newName); !refusal.empty())
         return refusal;
     return changeLines(preset.owner, [&](Lines& lines) -> std::string {
         const auto line = lineFor(lines, destinationOf(preset));

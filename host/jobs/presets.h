@@ -26,6 +26,24 @@ struct PresetName {
     PresetOwner owner = PresetOwner::User;
 };
 
+/// Empty where a preset may have this name, else the sentence that refuses it.
+[[nodiscard]] std::string refusalForPresetName(const std::string& name);
+
+/// A preset as it is kept.
+struct Preset {
+    PresetName name;
+    std::vector<JobOption> options; ///< without those of its queue, ordered by name
+};
+
+/// The presets of a queue, or why they cannot be read.
+struct PresetList {
+    std::vector<Preset> presets; ///< ordered by name
+    std::string error;           ///< one sentence
+};
+/// Reads the files and asks no server, so it does not wait. A preset that stands in both is the user's, with the
+/// options of both; the user's go before.
+[[nodiscard]] PresetList listPresets(const std::string& queue);
+
 /// Keeps these options under the name, instead of those that it had.
 [[nodiscard]] std::string savePreset(const PresetName& preset, const std::vector<JobOption>& options);
 /// Refused where there is no such preset, or one of the new name.

@@ -154,6 +154,41 @@ TEST_F(Presets, SavedByManyAtOnceAreAllKept) {
     EXPECT_EQ(std::ranges::count(kept, '\n'), 8);
 }
 
+/// "photo user a=1 b=2", or "photo everyone ...".
+std::vector<std::string> listed(const PresetList& list) {
+    std::vector<std::string> texts;
+    for (const Preset& preset : list.presets) {
+        std::string& text = texts.emplace_back(preset.name.name);
+        text += preset.name.owner == PresetOwner::User ? " user" : " everyone";
+        for (const JobOption& option : preset.options)
+            text += " " + option.name + "=" + option.value;
+    }
+    return texts;
+}
+
+TEST_F(Presets, AreListedFromBothFilesWithoutAServer) {
+    folder_.write("lpoptions", "Dest Office/photo a=1 b=2\nDest Office/text c=3\nDest Other/photo d=4\n");
+    write(
+        "Default Office x=0\nDest Office/PHOTO b=5 # b=6\ndest OFFICE/album e='f g' h=i\\#j#k\nDest Office/a'b l=7\n");
+    EXPECT_EQ(listPresets("Office").error, "");
+    EXPECT_THAT(listed(listPresets("Office")),
+                ElementsAre("PHOTO user a=1 b=5", "album user e=f g h=i#j", "text everyone c=3"));
+    EXPECT_THAT(listed(listPresets("Nobody")), ElementsAre());
+}
+
+TEST_F(Presets, AreListedAsTheyWereSaved) {
+    const std::vector<JobOption> options = {{"a", "it's \"so\""}, {"b", "c\\d#e#f"}, {"copies", "3"}, {"g", "h  i"}};
+    ASSERT_EQ(savePreset({.queue = "Office", .name = "odd", .owner = PresetOwner::Everyone}, options), "");
+    EXPECT_THAT(listed(listPresets("Office")), ElementsAre("odd everyone a=it's \"so\" b=c\\d#e#f copies=3 g=h  i"));
+}
+
+TEST_F(Presets, AFileThatCannotBeReadIsToldAndTheOtherOneListed) {
+    folder_.write("lpoptions", "Dest Office/photo a=1\n");
+    std::filesystem::create_directories(file());
+    EXPECT_THAT(listPresets("Office").error, AllOf(StartsWith("The presets in"), HasSubstr("no regular file")));
+    EXPECT_THAT(listed(listPresets("Office")), ElementsAre("photo everyone a=1"));
+}
+
 using PresetsOfAQueue = QueueTest;
 
 TEST_F(PresetsOfAQueue, AreSeenByThePrintingLibrary) {
