@@ -49,7 +49,7 @@ void selectData(QComboBox& list, const std::string& data) {
 } // namespace
 
 GeneralPage::GeneralPage(Language language, Choices choices)
-    : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)),
+    : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)), printerRow_(new QWidget),
       printerList_(makeList("printerList")), lookingLabel_(new QLabel), folderRow_(new QWidget),
       folderField_(new QLineEdit), paperList_(makeList("paperList")), freeSize_(new FreeSizeEditor(language)),
       copiesField_(new QSpinBox), pagesField_(new QLineEdit), twoSidedList_(makeList("twoSidedList")),
@@ -77,7 +77,12 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     folderLayout->addWidget(browse);
     folderRow_->setFocusProxy(folderField_);
 
-    addRow(Text::Printer, *printerList_);
+    auto* printerLayout = new QHBoxLayout(printerRow_);
+    printerLayout->setContentsMargins(0, 0, 0, 0);
+    printerLayout->addWidget(printerList_, 1);
+    printerRow_->setFocusProxy(printerList_);
+
+    addRow(Text::Printer, *printerRow_)->setBuddy(printerList_);
     layout_->addRow(QString(), lookingLabel_);
     addRow(Text::Folder, *folderRow_)->setBuddy(folderField_);
     addRow(Text::Paper, *paperList_);
@@ -91,6 +96,7 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     rememberBox_->setObjectName("rememberBox");
     setCaption(*rememberBox_, windowText(Text::RememberChoices, language));
     layout_->addRow(QString(), rememberBox_);
+    printerList_->setAccessibleName(windowText(Text::Printer, language));
     folderField_->setAccessibleName(windowText(Text::Folder, language));
     colorMatchingList_->addItem(windowText(Text::DriverMatches, language), ofUtf8(printing::kVendorColorMatching));
     colorMatchingList_->addItem(windowText(Text::ApplicationMatches, language),
@@ -135,6 +141,12 @@ void GeneralPage::addPrinter(const QString& name) {
     printerList_->addItem(name);
     printerList_->setMinimumWidth(printerList_->sizeHint().width());
     choices_.sizeChanged();
+}
+
+void GeneralPage::addBesidePrinters(QWidget& control) {
+    printerRow_->layout()->addWidget(&control);
+    setTabOrder(printerList_, &control);
+    assignMnemonics(*this, takenLetters_);
 }
 
 void GeneralPage::selectPrinter(int index) {

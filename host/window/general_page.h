@@ -44,6 +44,8 @@ public:
     void setTakenLetters(const QString& letters);
 
     void addPrinter(const QString& name);
+    /// Puts a control beside the list of printers, which owns it from then on.
+    void addBesidePrinters(QWidget& control);
     void selectPrinter(int index);
     /// Whether printers are still being looked for.
     void setLooking(bool looking);
@@ -77,6 +79,7 @@ private:
     Choices choices_;
     Session* session_ = nullptr;
     QFormLayout* layout_;
+    QWidget* printerRow_;
     QComboBox* printerList_;
     QLabel* lookingLabel_;
     QWidget* folderRow_;

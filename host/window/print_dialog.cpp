@@ -32,8 +32,6 @@
 namespace host {
 namespace {
 
-constexpr const char* kPageRangesOption = "page-ranges";
-
 QString ofUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -105,6 +103,10 @@ void PrintDialog::build() {
                                 tell({});
                         },
                     .sizeChanged = [this] { fitLater(); }});
+    presetMenu_ = new PresetMenu(language_, {.apply = [this](const Preset& preset) { applyPreset(preset); },
+                                             .choices = [this] { return choicesForPreset(); },
+                                             .tell = [this](const QString& message) { tell(message); }});
+    generalPage_->addBesidePrinters(*presetMenu_);
     summaryPage_ = new SummaryPage(language_, [this](const QString& message) { tell(message); });
     tabs_->addTab(generalPage_, QString());
     tabs_->addTab(summaryPage_, QString());
@@ -247,11 +249,12 @@ void PrintDialog::choosePrinter(int index) {
         choices.given = request_.choices;
     generalPage_->selectPrinter(index);
     generalPage_->setRemembers(kept.has_value());
+    presetMenu_->setQueue(printer.queue ? printer.queue->queue : std::string());
     generalPage_->setFolderShown(!printer.queue || !request_.folder.empty());
     beginAnew(printer, choices);
 }
 
-void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices) {
+void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices, const QString& preset) {
     std::vector<printing::MarkedChoice> forPanels;
     endSession();
     actions_.run([&] {
@@ -259,9 +262,14 @@ void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices)
         forPanels = started.forPanels;
         openSession(std::move(started));
     });
-    if (session_ != nullptr && !forPanels.empty())
-        actions_.run([&] { chooseOnPanels(forPanels); },
-                     Cause{.chosen = forPanels, .words = windowText(Text::GivenOptions, language_)});
+    if (session_ != nullptr && !forPanels.empty()) {
+        const QString problems = message();
+        const QString words = preset.isEmpty() ? windowText(Text::GivenOptions, language_) : preset;
+        actions_.run([&] { chooseOnPanels(forPanels, preset.isEmpty() ? Held::Choose : Held::Leave); },
+                     Cause{.chosen = forPanels, .words = words});
+        if (!problems.isEmpty())
+            tell((problems + u' ' + message()).trimmed(), !undoButton_->isHidden());
+    }
     generalPage_->show(session_.get());
     fitLater();
 }
@@ -418,8 +426,12 @@ void PrintDialog::restorePanels() {
     }
 }
 
-// On their controls, in the order of their keys, as a user makes them.
-void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choices) {
+// On their controls, in the order of their keys, as a user makes them. Before, what the panels answer to.
+void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choices, Held held) {
+    std::string error;
+    if (const auto twoSided = std::ranges::find(choices, keywords::kDuplex, &printing::MarkedChoice::first);
+        twoSided != choices.end())
+        (void)session_->markFromOutside(twoSided->first, twoSided->second, true, error); // what did not hold is told
     for (std::size_t index = 0; index < panelTabs_.size(); ++index) {
         PanelTab& tab = panelTabs_[index];
         const auto keys = tab.panel->supportedPPDOptionKeys().value_or(std::vector<std::string>());
@@ -427,7 +439,8 @@ void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choi
         bool isReady = isShown;
         for (const std::string& key : keys) {
             const auto choice = std::ranges::find(choices, key, &printing::MarkedChoice::first);
-            if (choice == choices.end())
+            if (choice == choices.end() ||
+                (held == Held::Leave && session_->description().markedChoice(key) == choice->second))
                 continue;
             if (!std::exchange(isReady, true))
                 tab.isPopulated = session_->showPanel(*tab.panel);
@@ -512,14 +525,18 @@ void PrintDialog::undo() {
     const auto before = actions_.takeUndo();
     if (!before)
         return;
-    const auto targets = before->differing(*session_);
-    act(
-        [this, before] {
-            savePopulatedPanels();
-            before->putBack(*session_);
-            restorePanels();
-        },
-        Cause{.chosen = targets, .words = windowText(Text::Undo, language_)});
+    if (before->goBack) {
+        before->goBack();
+    } else {
+        const auto targets = before->differing(*session_);
+        act(
+            [this, before] {
+                savePopulatedPanels();
+                before->putBack(*session_);
+                restorePanels();
+            },
+            Cause{.chosen = targets, .words = windowText(Text::Undo, language_)});
+    }
     if (message().isEmpty())
         tell(windowText(Text::Undone, language_));
 }
@@ -692,13 +709,9 @@ void PrintDialog::print() {
         tell(windowText(Text::NoDocument, language_));
         return;
     }
-    const auto pages = pageRanges(generalPage_->pages());
-    if (!pages) {
-        tabs_->setCurrentIndex(0);
-        generalPage_->focusPages();
-        tell(windowText(Text::BadPages, language_));
+    const auto pages = checkedPages();
+    if (!pages)
         return;
-    }
     const Printer& printer = printers_[static_cast<std::size_t>(printer_)];
     const bool toFolder = !printer.queue || !request_.folder.empty();
     SendOutcome outcome;
@@ -724,12 +737,27 @@ void PrintDialog::print() {
         tellOutcome(outcome);
 }
 
-std::vector<JobRequest> PrintDialog::jobRequests(const std::string& pages) const {
+std::optional<std::string> PrintDialog::checkedPages() {
+    auto pages = pageRanges(generalPage_->pages());
+    if (!pages) {
+        tabs_->setCurrentIndex(0);
+        generalPage_->focusPages();
+        tell(windowText(Text::BadPages, language_));
+    }
+    return pages;
+}
+
+std::vector<JobOption> PrintDialog::jobOptions(const std::string& pages) const {
     std::vector<JobOption> options = attributes_;
     for (JobOption& option : session_->jobOptions())
         options.push_back(std::move(option));
     if (!pages.empty())
         options.push_back({.name = kPageRangesOption, .value = pages});
+    return options;
+}
+
+std::vector<JobRequest> PrintDialog::jobRequests(const std::string& pages) const {
+    const std::vector<JobOption> options = jobOptions(pages);
     std::vector<JobRequest> requests;
     for (const std::string& document : request_.documents)
         requests.push_back({.documentPath = document,

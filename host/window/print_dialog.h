@@ -5,6 +5,7 @@
 #include "host/window/general_page.h"
 #include "host/window/help_viewer.h"
 #include "host/window/job_sender.h"
+#include "host/window/preset_menu.h"
 #include "host/window/printers.h"
 #include "host/window/remembered.h"
 #include "host/window/session_starter.h"
@@ -15,6 +16,7 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -86,7 +88,8 @@ private:
     void userChoosesPrinter(int index);
     [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
     void openSession(StartedSession started);
-    void beginAnew(const Printer& printer, const StartChoices& choices);
+    /// What was given is told under the preset's name where it is one's, else as options that were given.
+    void beginAnew(const Printer& printer, const StartChoices& choices, const QString& preset = {});
     void endSession();
 
     // Panels and pages.
@@ -98,7 +101,8 @@ private:
     void savePopulatedPanels();
     void showPanelsAnew();
     void restorePanels();
-    void chooseOnPanels(const std::vector<printing::MarkedChoice>& choices);
+    enum class Held { Choose, Leave }; ///< choices that hold already
+    void chooseOnPanels(const std::vector<printing::MarkedChoice>& choices, Held held);
 
     // The host's own choices.
     void userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause);
@@ -107,6 +111,11 @@ private:
     void userChoosesScaling(const std::string& pageSize);
     void userChoosesToRemember(bool remembers);
     void act(const std::function<void()>& action, const Cause& cause = {});
+
+    // Presets.
+    void applyPreset(const Preset& preset);
+    /// nullopt where they cannot be kept; the user has been told why.
+    [[nodiscard]] std::optional<std::vector<JobOption>> choicesForPreset();
 
     // The window.
     void tell(const QString& message, bool canUndo = false);
@@ -118,6 +127,9 @@ private:
     void showWarningsAgain();
 
     // Printing.
+    /// nullopt where they are none; the user has been told so.
+    [[nodiscard]] std::optional<std::string> checkedPages();
+    [[nodiscard]] std::vector<JobOption> jobOptions(const std::string& pages) const;
     [[nodiscard]] std::vector<JobRequest> jobRequests(const std::string& pages) const;
     void tellOutcome(const SendOutcome& outcome);
 
@@ -133,6 +145,7 @@ private:
     std::vector<PanelTab> panelTabs_;
     int shownTab_ = -1;
     GeneralPage* generalPage_ = nullptr;
+    PresetMenu* presetMenu_ = nullptr;
     SummaryPage* summaryPage_ = nullptr;
     QTabWidget* tabs_ = nullptr;
     Remembered remembered_;

@@ -122,8 +122,9 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
     for (const auto* choices : {&printer.options, &start.choices, &start.given})
         for (const JobOption& given : *choices)
             for (const MeantOption& meant : meaningOf(given, description, installable)) {
-                if (meant.kind == OptionKind::Choice && choices == &start.given &&
-                    managed.contains(meant.option.name)) {
+                const bool isForPanels =
+                    managed.contains(meant.option.name) || (!managed.empty() && meant.option.name == keywords::kDuplex);
+                if (meant.kind == OptionKind::Choice && choices == &start.given && isForPanels) {
                     std::erase_if(started.forPanels, [&](const auto& each) { return each.first == meant.option.name; });
                     started.forPanels.emplace_back(meant.option.name, meant.option.value);
                 } else if (meant.kind == OptionKind::Choice) {

@@ -150,6 +150,12 @@ void UserActions::tell(const QString& message, std::optional<StepBefore> undo) {
     tell_(message, undo_.has_value());
 }
 
+void UserActions::tellStep(const QString& message, std::function<void()> goBack) {
+    StepBefore before;
+    before.goBack = std::move(goBack);
+    tell(message, std::move(before));
+}
+
 void UserActions::tellWhatFollowed(const StepBefore& before, Cause cause) {
     const printing::PrinterDescription& description = session_->description();
     const SessionRecord record = session_->takeRecord();

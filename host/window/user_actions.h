@@ -38,6 +38,8 @@ struct StepBefore {
     Marks marks;
     std::optional<printing::Paper> paper;
     std::optional<printing::SettingValue> colorMatching, scaledTo;
+    /// Of a step that began the session anew: goes back instead of putBack().
+    std::function<void()> goBack{};
 
     static StepBefore of(Session& session);
     /// Puts all of it back. Paper and two-sided printing are told to the panels, which are to be restored afterwards.
@@ -62,6 +64,9 @@ public:
     /// alert waits for its answer, the action waits for its turn, and the answer is false.
     bool run(const std::function<void()>& action, const Cause& cause = {});
     [[nodiscard]] bool isRunning() const { return running_; }
+
+    /// Tells of a step that began the session anew, with the way back.
+    void tellStep(const QString& message, std::function<void()> goBack);
 
     /// Does it now, or as soon as no action runs: for what comes from elsewhere.
     void whenIdle(std::function<void()> what);

@@ -96,6 +96,28 @@ enum class Text {
     NotReadable,
     GivenOptions,
     BytesSent,
+    Presets,
+    Preset,
+    PresetName,
+    NewPresetName,
+    NoPresets,
+    PresetsNeedQueue,
+    AsksFirst, // a title before more is asked
+    SavePreset,
+    RenamePreset,
+    DeletePreset,
+    PresetForEveryone,
+    PresetNeedsName,
+    BadPresetName,
+    ReplacePreset,
+    Replace,
+    PresetExists,
+    DeletedForGood,
+    PresetSaved,
+    PresetRenamed,
+    PresetDeleted,
+    ThePreset,
+    PresetChosen,
     Count, // how many there are
 };
 

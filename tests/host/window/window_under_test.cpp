@@ -29,7 +29,12 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
         host::PrintDialog::Settings{
             .languages = std::move(setup.languages),
             .userDefaults = setup.userDefaults == nullptr ? &defaults_ : setup.userDefaults,
-            .printers = {{.name = setup.model, .ppdPath = ppd, .ppdText = {}, .options = {}, .queue = {}}},
+            .printers = {{.name = setup.model,
+                          .ppdPath = ppd,
+                          .ppdText = {},
+                          .options = std::move(setup.kept),
+                          .queue = setup.queue.empty() ? std::nullopt
+                                                       : std::optional(host::QueueAddress{.queue = setup.queue})}},
             .looksForQueues = false,
             .submission = std::move(setup.submission),
             .status = std::move(setup.status),

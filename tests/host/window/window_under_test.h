@@ -24,6 +24,8 @@ public:
         std::vector<std::string> languages = {"en"};
         std::vector<host::JobOption> choices = {};
         std::vector<std::string> documents = {samplePicture()};
+        std::string queue = {};                        ///< whose printer it is; its jobs go to the folder all the same
+        std::vector<host::JobOption> kept = {};        ///< for the queue
         toolkit::UserDefaults* userDefaults = nullptr; ///< none: preferences that last as long as this object
         host::Submission submission = host::submit;
         host::StatusReading status = host::readStatus;

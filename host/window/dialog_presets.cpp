@@ -1,0 +1,88 @@
+// What the dialog does for its presets: a preset is chosen, or becomes what is chosen now.
+
+#include "host/command_line/option_meaning.h"
+#include "host/window/page_ranges.h"
+#include "host/window/print_dialog.h"
+
+#include <algorithm>
+
+namespace host {
+namespace {
+
+constexpr const char* kCopiesOption = "copies";
+
+QString ofUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+} // namespace
+
+// From the printer's own choices on, as the command line does: what the preset does not name is not left over from
+// something else. Undo goes back to all that stood before.
+void PrintDialog::applyPreset(const Preset& preset) {
+    if (session_ == nullptr || actions_.isRunning())
+        return;
+    userHasBegun_ = true;
+    commitNumbers(*this);
+    savePopulatedPanels();
+    const auto goBack = [this, choices = choicesOfSession(*session_), attributes = attributes_,
+                         copies = generalPage_->copies(), pages = generalPage_->pages(), priority = request_.priority,
+                         holdUntil = request_.holdUntil] {
+        Printer printer = printers_[static_cast<std::size_t>(printer_)];
+        printer.options = attributes; // the choices are all there
+        beginAnew(printer, choices);
+        generalPage_->setCopies(copies);
+        generalPage_->setPages(pages);
+        request_.priority = priority;
+        request_.holdUntil = holdUntil;
+    };
+
+    StartChoices start{.choices = {}, .given = preset.options, .freePaper = {}};
+    JobRequest fields;
+    QStringList told;
+    for (const std::string& complaint : takeJobFields(start.given, fields))
+        told << ofUtf8(complaint);
+    const auto pages = std::ranges::find(start.given, kPageRangesOption, &JobOption::name);
+    generalPage_->setPages(pages == start.given.end() ? QString() : ofUtf8(pages->value));
+    std::erase_if(start.given, [](const JobOption& each) { return each.name == kPageRangesOption; });
+    generalPage_->setCopies(fields.copies);
+    if (fields.priority != 0)
+        request_.priority = fields.priority;
+    if (!fields.holdUntil.empty())
+        request_.holdUntil = fields.holdUntil;
+    const QString name = ofUtf8(preset.name.name);
+    beginAnew(printers_[static_cast<std::size_t>(printer_)], start, windowText(Text::ThePreset, language_).arg(name));
+    if (!message().isEmpty())
+        told << message();
+    if (told.isEmpty())
+        told << windowText(Text::PresetChosen, language_).arg(name);
+    actions_.tellStep(told.join(u' '), goBack);
+}
+
+// As the command line keeps them: a single copy is nothing to keep.
+std::optional<std::vector<JobOption>> PrintDialog::choicesForPreset() {
+    if (actions_.isRunning())
+        return std::nullopt;
+    userHasBegun_ = true;
+    commitNumbers(*this);
+    if (session_ == nullptr) {
+        tell(windowText(Text::NoPrinter, language_));
+        return std::nullopt;
+    }
+    const auto pages = checkedPages();
+    if (!pages)
+        return std::nullopt;
+    savePopulatedPanels();
+    std::vector<JobOption> options;
+    for (JobOption& option : jobOptions(*pages)) {
+        std::erase_if(options, [&](const JobOption& each) { return each.name == option.name; });
+        options.push_back(std::move(option));
+    }
+    std::erase_if(options, [](const JobOption& each) { return each.name == kCopiesOption; });
+    if (generalPage_->copies() != 1)
+        options.push_back({.name = kCopiesOption, .value = std::to_string(generalPage_->copies())});
+    std::ranges::sort(options, {}, &JobOption::name);
+    return options;
+}
+
+} // namespace host
