@@ -136,9 +136,9 @@ QLabel* GeneralPage::addRow(Text text, QWidget& field) {
     return label;
 }
 
-void GeneralPage::addPrinter(const QString& name) {
+void GeneralPage::addPrinters(const QStringList& names) {
     const QSignalBlocker quiet(printerList_);
-    printerList_->addItem(name);
+    printerList_->addItems(names);
     printerList_->setMinimumWidth(printerList_->sizeHint().width());
     choices_.sizeChanged();
 }

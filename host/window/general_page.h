@@ -43,10 +43,10 @@ public:
     /// The letters that the dialog around it has for its own mnemonics.
     void setTakenLetters(const QString& letters);
 
-    void addPrinter(const QString& name);
+    void addPrinters(const QStringList& names);
     /// Puts a control beside the list of printers, which owns it from then on.
     void addBesidePrinters(QWidget& control);
-    void selectPrinter(int index);
+    void selectPrinter(int index); ///< -1: none
     /// Whether printers are still being looked for.
     void setLooking(bool looking);
     void setFolderShown(bool shown);

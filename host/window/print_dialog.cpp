@@ -61,13 +61,17 @@ PrintDialog::PrintDialog(DialogRequest request, Settings settings)
       alerts_(*this, language_,
               [this](const std::string& anchor, const std::string& book) { openHelpPage(anchor, book); }),
       actions_(language_, [this](const QString& message, bool canUndo) { tell(message, canUndo); }),
+      wanted_(request_.printer.empty()
+                  ? defaultOfEnvironment()
+                  : NamedDefault{.variable = {}, .queue = request_.printer, .instance = request_.instance}),
       remembered_(settings_.userDefaults) {
     build();
-    for (Printer& printer : settings_.printers)
-        addPrinter(std::move(printer));
-    if (!printers_.empty())
+    addPrinters(settings_.printers);
+    const bool waits = settings_.looksForQueues && request_.ppd.empty();
+    endSession(); // there is none yet
+    if (!waits && !printers_.empty())
         choosePrinter(0);
-    else
+    else if (!waits)
         tell(windowText(Text::NoPrinter, language_));
     if (settings_.looksForQueues)
         lookForQueues();
@@ -197,31 +201,47 @@ void PrintDialog::giveTabTitles() {
 
 // Printers.
 
-void PrintDialog::addPrinter(Printer printer) {
-    const QString name = ofUtf8(printer.name);
-    generalPage_->addPrinter(printer.isSample ? windowText(Text::SamplePrinter, language_).arg(name) : name);
-    printers_.push_back(std::move(printer));
+void PrintDialog::addPrinters(const std::vector<Printer>& printers) {
+    QStringList names;
+    for (const Printer& printer : printers) {
+        const QString name = ofUtf8(printer.name);
+        names << (printer.isSample ? windowText(Text::SamplePrinter, language_).arg(name) : name);
+    }
+    printers_.insert(printers_.end(), printers.begin(), printers.end());
+    generalPage_->addPrinters(names);
+    generalPage_->selectPrinter(printer_);
 }
 
 void PrintDialog::lookForQueues() {
     generalPage_->setLooking(true);
-    const std::string preferred = request_.printer;
-    search_.start(request_.server, preferred, *this, [this, preferred](const PrinterSearch::Found& found) {
-        actions_.whenIdle([this, preferred, found] {
-            for (const Printer& printer : found.printers) {
-                addPrinter(printer);
-                const bool isWanted = preferred.empty()
-                                          ? printer.isDefault
-                                          : printer.queue->queue == preferred && printer.instance == request_.instance;
-                if (isWanted && !userHasBegun_)
-                    choosePrinter(static_cast<int>(printers_.size()) - 1);
-            }
-            if (found.isLast)
-                generalPage_->setLooking(false);
-            if (!found.error.empty() && session_ == nullptr)
-                tell(ofUtf8(found.error));
-        });
+    search_.findQueues(request_.server, [this](const PrinterSearch::Found& found) {
+        actions_.whenIdle([this, found] { offerQueues(found); });
     });
+}
+
+// Where the user has not chosen a printer meanwhile, it is the queue that was named, else the default one, else the
+// first printer. What is meant for a queue that was named goes to no other.
+void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
+    generalPage_->setLooking(false);
+    addPrinters(found.printers);
+    const auto isWanted = [this](const Printer& printer) {
+        if (!printer.queue || wanted_.queue.empty())
+            return printer.isDefault;
+        return printer.queue->queue == wanted_.queue && printer.instance == wanted_.instance;
+    };
+    const auto wanted = std::ranges::find_if(printers_, isWanted);
+    const bool isMissing = printer_ < 0 && wanted == printers_.end();
+    if (printer_ < 0 && !isMissing)
+        choosePrinter(static_cast<int>(wanted - printers_.begin()));
+    else if (isMissing && wanted_.queue.empty() && !printers_.empty())
+        choosePrinter(0);
+    if (!found.error.empty())
+        tell((message() + u' ' + ofUtf8(found.error)).trimmed());
+    else if (isMissing && !wanted_.queue.empty())
+        tell(windowText(Text::QueueNotFound, language_)
+                 .arg(ofUtf8(wanted_.queue + (wanted_.instance.empty() ? "" : "/" + wanted_.instance))));
+    else if (printers_.empty())
+        tell(windowText(Text::NoPrinter, language_));
 }
 
 void PrintDialog::userChoosesPrinter(int index) {
@@ -233,25 +253,54 @@ void PrintDialog::userChoosesPrinter(int index) {
     choosePrinter(index);
 }
 
-// Until the user has begun, a printer that is found later starts like the first one.
+// A queue's PPD is asked for whenever the queue is chosen, and kept no longer than it is the chosen one.
 void PrintDialog::choosePrinter(int index) {
     commitNumbers(*this);
     savePopulatedPanels();
-    const bool isSame = index == std::exchange(printer_, index);
+    const bool isSame = session_ != nullptr && index == printer_;
+    if (session_ != nullptr)
+        carried_ = choicesOfSession(*session_);
+    if (printer_ >= 0)
+        printers_[static_cast<std::size_t>(printer_)].ppdText.clear();
+    printer_ = index;
     const Printer& printer = printers_[static_cast<std::size_t>(index)];
     const auto kept = remembered_.choices(printer);
     StartChoices choices;
-    if (session_ != nullptr && userHasBegun_ && (isSame || !kept))
-        choices = choicesOfSession(*session_);
+    if (carried_ && userHasBegun_ && (isSame || !kept))
+        choices = *carried_;
     else
         choices.choices = kept.value_or(std::vector<JobOption>());
-    if (!userHasBegun_)
+    if (!userHasBegun_ || !carried_)
         choices.given = request_.choices;
     generalPage_->selectPrinter(index);
     generalPage_->setRemembers(kept.has_value());
     presetMenu_->setQueue(printer.queue ? printer.queue->queue : std::string());
     generalPage_->setFolderShown(!printer.queue || !request_.folder.empty());
-    beginAnew(printer, choices);
+    const int fetch = ++fetches_;
+    if (!printer.hasPpdOnServer()) {
+        beginAnew(printer, choices);
+        return;
+    }
+    endSession();
+    tell(windowText(Text::ReadingPrinter, language_));
+    search_.fetchPpdOf(*printer.queue, [this, fetch, choices](const FetchedPpd& ppd) {
+        actions_.whenIdle([this, fetch, choices, ppd] {
+            if (fetch == fetches_)
+                beginWithPpd(ppd, choices);
+        });
+    });
+}
+
+void PrintDialog::beginWithPpd(const FetchedPpd& ppd, const StartChoices& choices) {
+    Printer& printer = printers_[static_cast<std::size_t>(printer_)];
+    printer.ppdText = ppd.text;
+    if (!ppd.text.empty()) {
+        beginAnew(printer, choices);
+        return;
+    }
+    endSession();
+    tell(ppd.error.empty() ? windowText(Text::QueueWithoutPpd, language_).arg(ofUtf8(printer.name))
+                           : ofUtf8(ppd.error));
 }
 
 void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices, const QString& preset) {
@@ -285,12 +334,12 @@ StartedSession PrintDialog::start(const Printer& printer, const StartChoices& ch
 
 void PrintDialog::openSession(StartedSession started) {
     session_ = std::move(started.session);
-    printButton_->setEnabled(session_ != nullptr);
-    printButton_->setAccessibleDescription(session_ == nullptr ? windowText(Text::NoPrinter, language_) : QString());
     if (session_ == nullptr) {
         tell(windowText(Text::PrinterCannotBeUsed, language_).arg(ofUtf8(started.error)));
         return;
     }
+    printButton_->setEnabled(true);
+    printButton_->setAccessibleDescription({});
     attributes_ = std::move(started.attributes);
     alerts_.setBundle(session_->pluginBundle());
     actions_.setSession(session_.get());
@@ -311,6 +360,8 @@ void PrintDialog::openSession(StartedSession started) {
 
 void PrintDialog::endSession() {
     actions_.setSession(nullptr);
+    printButton_->setEnabled(false);
+    printButton_->setAccessibleDescription(windowText(Text::NoPrinter, language_));
     generalPage_->show(nullptr);
     const QSignalBlocker quiet(tabs_);
     tabs_->setCurrentIndex(0);
@@ -542,7 +593,7 @@ void PrintDialog::undo() {
 }
 
 void PrintDialog::useDefaults() {
-    if (printer_ < 0 || actions_.isRunning())
+    if (session_ == nullptr || actions_.isRunning())
         return;
     userHasBegun_ = true;
     const int shown = shownTab_;

@@ -32,7 +32,9 @@ public:
     struct Settings {
         std::vector<std::string> languages;            ///< never empty
         toolkit::UserDefaults* userDefaults = nullptr; ///< borrowed
-        std::vector<Printer> printers;                 ///< known beforehand; the first one is shown at first
+        std::vector<Printer> printers;                 ///< known beforehand
+        /// Without a PPD of the request's, no printer is chosen before the queues are known: what is meant for a queue
+        /// goes nowhere else.
         bool looksForQueues = true;
         Submission submission = submit;
         StatusReading status = readStatus;
@@ -82,9 +84,11 @@ private:
     void giveTabTitles();
 
     // Printers.
-    void addPrinter(Printer printer);
+    void addPrinters(const std::vector<Printer>& printers);
     void lookForQueues();
+    void offerQueues(const PrinterSearch::Found& found);
     void choosePrinter(int index);
+    void beginWithPpd(const FetchedPpd& ppd, const StartChoices& choices);
     void userChoosesPrinter(int index);
     [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
     void openSession(StartedSession started);
@@ -139,9 +143,12 @@ private:
     WindowAlerts alerts_;
     UserActions actions_;
     std::vector<Printer> printers_;
-    int printer_ = -1;
+    NamedDefault wanted_; // the queue that was named
+    int printer_ = -1;    // none: a queue is waited for, or was not found
+    int fetches_ = 0;     // of PPDs; the last one counts
     std::shared_ptr<Session> session_;
-    std::vector<JobOption> attributes_; // of the jobs, beside what the session holds
+    std::optional<StartChoices> carried_; // what the user had chosen when the last session ended
+    std::vector<JobOption> attributes_;   // of the jobs, beside what the session holds
     std::vector<PanelTab> panelTabs_;
     int shownTab_ = -1;
     GeneralPage* generalPage_ = nullptr;
@@ -155,7 +162,7 @@ private:
     QPushButton* printButton_ = nullptr;
     QPointer<HelpViewer> helpViewer_;
     QString takenLetters_;      // mnemonics of buttons and tabs
-    bool userHasBegun_ = false; // then the printer is not changed any more but by the user
+    bool userHasBegun_ = false; // then choices are taken along to another printer
     bool fitWaits_ = false;
     int neededHeight_ = 0; // of the window at the last fit
     std::vector<JobResult> printed_;

@@ -4,20 +4,12 @@
 #include "printing/printer_description.h"
 
 #include <QCoreApplication>
-#include <QObject>
-#include <QPointer>
 
 #include <algorithm>
-#include <atomic>
 #include <filesystem>
-#include <mutex>
 
 namespace host {
 namespace {
-
-constexpr std::size_t kMostQueues = 200; // whose PPDs are fetched
-// Short enough to wait for when the window closes meanwhile.
-constexpr JobLimits kLimits = {.connect = std::chrono::seconds(3), .response = std::chrono::seconds(5)};
 
 std::string queueTitle(const Queue& queue) {
     std::string title = queue.instance.empty() ? queue.name : queue.name + "/" + queue.instance;
@@ -48,68 +40,42 @@ std::vector<Printer> samplePrinters() {
     return printers;
 }
 
-// What the window's thread and the searching one both know. The receiver is looked at in its own thread only.
-struct PrinterSearch::Shared {
-    std::atomic<bool> ended = false;
-    QPointer<QObject> receiver;
-    std::function<void(const Found&)> tell;
-    std::mutex telling; // no telling is posted once the search has ended
-};
-
-PrinterSearch::~PrinterSearch() {
-    if (shared_ == nullptr)
-        return;
-    {
-        const std::lock_guard lock(shared_->telling);
-        shared_->ended = true;
-    }
-    thread_.join();
+template <typename Answer>
+void PrinterSearch::ask(std::function<Answer()> question, std::function<void(const Answer&)> tell) {
+    std::erase_if(requests_, [](const std::future<void>& request) {
+        return request.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    });
+    requests_.push_back(std::async(std::launch::async, [ended = ended_, question, tell] {
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [ended, tell, answer = question()] {
+                if (!*ended)
+                    tell(answer);
+            },
+            Qt::QueuedConnection);
+    }));
 }
 
-void PrinterSearch::start(const std::string& server, const std::string& preferred, QObject& receiver,
-                          std::function<void(const Found&)> tell) {
-    shared_ = std::make_shared<Shared>();
-    shared_->receiver = &receiver;
-    shared_->tell = std::move(tell);
-    thread_ = std::thread([shared = shared_, server, preferred] {
-        const auto post = [&](Found found) {
-            const std::lock_guard lock(shared->telling);
-            if (shared->ended)
-                return;
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [shared, found = std::move(found)] {
-                    if (!shared->ended && shared->receiver != nullptr)
-                        shared->tell(found);
-                },
-                Qt::QueuedConnection);
-        };
-        QueueList list = listQueues(server, kLimits);
-        const auto rank = [&](const Queue& queue) { return queue.name == preferred ? 0 : queue.isDefault ? 1 : 2; };
-        std::ranges::stable_sort(list.queues, {}, rank);
-        if (list.queues.size() > kMostQueues)
-            list.queues.resize(kMostQueues);
-        std::string error = list.error;
-        for (const Queue& queue : list.queues) {
-            if (shared->ended)
-                return;
-            const QueueAddress address{.server = server, .queue = queue.name};
-            FetchedPpd ppd = fetchPpd(address, kLimits);
-            if (!ppd.error.empty())
-                error = ppd.error;
-            if (!ppd.error.empty() || ppd.text.empty())
-                continue;
-            post({.printers = {{.name = queueTitle(queue),
-                                .ppdPath = {},
-                                .ppdText = std::move(ppd.text),
-                                .options = queue.options,
-                                .queue = address,
-                                .instance = queue.instance,
-                                .isDefault = queue.isDefault}},
-                  .error = {}});
-        }
-        post({.printers = {}, .error = error, .isLast = true});
-    });
+void PrinterSearch::findQueues(const std::string& server, std::function<void(const Found&)> tell) {
+    ask<Found>(
+        [server] {
+            const QueueList list = listQueues(server, kSearchLimits);
+            Found found{.printers = {}, .error = list.error};
+            for (const Queue& queue : list.queues)
+                found.printers.push_back({.name = queueTitle(queue),
+                                          .ppdPath = {},
+                                          .ppdText = {},
+                                          .options = queue.options,
+                                          .queue = QueueAddress{.server = server, .queue = queue.name},
+                                          .instance = queue.instance,
+                                          .isDefault = queue.isDefault});
+            return found;
+        },
+        std::move(tell));
+}
+
+void PrinterSearch::fetchPpdOf(const QueueAddress& address, std::function<void(const FetchedPpd&)> tell) {
+    ask<FetchedPpd>([address] { return fetchPpd(address, kSearchLimits); }, std::move(tell));
 }
 
 } // namespace host

@@ -128,6 +128,12 @@ constexpr Row kTexts[] = {
     {Text::PresetDeleted, "The preset “%1” has been deleted."},
     {Text::ThePreset, "the preset “%1”"},
     {Text::PresetChosen, "The choices of the preset “%1” have been made."},
+    {Text::QueueNotFound, "There is no queue “%1”: choose another printer."},
+    {Text::QueueWithoutPpd, "“%1” has no PPD, so there is nothing to choose here: print without the dialog "
+                            "(--no-dialog), or choose another printer."},
+    {Text::ReadingPrinter, "Reading the printer’s options…"},
+    {Text::PpdChanged,
+     "The printer’s options have changed on its server, so nothing was sent. Check your choices and print again."},
 };
 
 static_assert(std::size(kTexts) == static_cast<std::size_t>(Text::Count));

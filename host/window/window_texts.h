@@ -118,6 +118,10 @@ enum class Text {
     PresetDeleted,
     ThePreset,
     PresetChosen,
+    QueueNotFound,
+    QueueWithoutPpd,
+    ReadingPrinter,
+    PpdChanged,
     Count, // how many there are
 };
 
