@@ -299,9 +299,13 @@ int PrintCommand::runDialog() {
             return fail(kExitNotPrinted, error);
     std::vector<JobOption> choices = std::move(source_.preset);
     choices.insert(choices.end(), arguments_.options.begin(), arguments_.options.end());
+    request_.copies = 0; // as long as none are given
     for (const std::string& complaint : takeJobFields(choices, request_))
         note(complaint);
     putOwnFields();
+    if (arguments_.folder.empty()) // which takes any option
+        if (error = refusalForOptions(choices); !error.empty())
+            return fail(kExitNotPrinted, error);
     const bool hasNoDocument = arguments_.files.empty() && ::isatty(STDIN_FILENO) == 1; // the dialog shows none then
     if (!hasNoDocument)
         if (error = spoolDocuments(); !error.empty())
@@ -317,6 +321,7 @@ int PrintCommand::runDialog() {
                    .copies = request_.copies,
                    .priority = request_.priority,
                    .holdUntil = request_.holdUntil,
+                   .isSilent = arguments_.isSilent,
                    .bundle = bundle()});
 }
 

@@ -25,6 +25,7 @@ namespace {
 constexpr int kSteps = 1000; // of the progress bar
 // A job that waits is looked at for some seconds.
 constexpr int kMostLooks = 10, kLookMilliseconds = 500;
+constexpr int kMostQuestions = 3; // for a password that is not the printer's
 // Short enough for a user who waits.
 constexpr JobLimits kStatusLimits = {.connect = std::chrono::seconds(3), .response = std::chrono::seconds(5)};
 
@@ -93,9 +94,13 @@ private:
 
 } // namespace
 
-JobResult submit(const Destination& destination, const JobRequest& request, const JobProgress& progress) {
-    return destination.queue ? submitToQueue(*destination.queue, request, {}, progress, destination.passwords)
-                             : submitToFolder(destination.folder, request, progress);
+JobResult submit(const Destination& destination, const DocumentsJob& job, const JobProgress& progress) {
+    if (destination.queue)
+        return submitDocumentsToQueue(*destination.queue, job.request, job.documents, {}, progress,
+                                      destination.passwords);
+    JobRequest request = job.request;
+    request.documentPath = job.documents.front();
+    return submitToFolder(destination.folder, request, progress);
 }
 
 JobStatus readStatus(const Destination& destination, const JobResult& result) {
@@ -109,7 +114,27 @@ std::string cancelSent(const Destination& destination, const JobResult& result) 
                              : std::string();
 }
 
-SendOutcome JobSender::send(const Destination& destination, const std::vector<JobRequest>& requests) {
+std::string authenticateSent(const Destination& destination, const JobResult& result, const Credentials& credentials) {
+    return destination.queue ? authenticateJob(destination.queue->server, std::to_string(result.jobId), credentials,
+                                               kStatusLimits, destination.passwords)
+                             : std::string();
+}
+
+// False where nobody gives one.
+bool JobSender::giveItsPassword(const Destination& destination, JobResult& job, bool isAgain) const {
+    if (!destination.passwords)
+        return false;
+    const auto given =
+        destination.passwords({.server = destination.queue ? destination.queue->queue : std::string(),
+                               .user = qEnvironmentVariable("CUPS_USER", qEnvironmentVariable("USER")).toStdString(),
+                               .isAgain = isAgain});
+    if (!given)
+        return false;
+    job.note = authentication_(destination, job, *given); // whether the printer took it, the next look at the job tells
+    return true;
+}
+
+SendOutcome JobSender::send(const Destination& destination, const std::vector<DocumentsJob>& jobs) {
     std::atomic<bool> isCancelled = false, isNewsOnItsWay = false;
     QSemaphore cancelled; // wakes the thread where it waits between two looks at a job
     QEventLoop loop;
@@ -121,14 +146,16 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Jo
     SendOutcome outcome;
     // The thread touches what is its own, and posts the rest to the window's.
     std::thread sender([&] {
-        for (std::size_t index = 0; index < requests.size() && !isCancelled; ++index) {
-            const JobRequest& request = requests[index];
-            const QString name = QString::fromStdString(documentName(request.documentPath));
+        for (std::size_t index = 0; index < jobs.size() && !isCancelled; ++index) {
+            const DocumentsJob& job = jobs[index];
+            const QString name = QString::fromStdString(job.documents.size() > 1 && !job.request.title.empty()
+                                                            ? plainText(job.request.title, kMaximumTitleBytes)
+                                                            : documentName(job.documents.front()));
             const auto post = [&](auto show) {
                 QMetaObject::invokeMethod(&progressWindow, show, Qt::QueuedConnection);
             };
             post([&progressWindow, name] { progressWindow.showProgress(name, 0, 0); });
-            JobResult result = submission_(destination, request, [&](std::uint64_t sent, std::uint64_t total) {
+            JobResult result = submission_(destination, job, [&](std::uint64_t sent, std::uint64_t total) {
                 // One at a time: a quick server would bury what the user does below news.
                 if (!isNewsOnItsWay.exchange(true))
                     post([&progressWindow, &isNewsOnItsWay, name, sent, total] {
@@ -137,13 +164,16 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Jo
                     });
                 return !isCancelled;
             });
+            int questions = 0;
             for (int look = 0; result.ok && result.jobId != 0 && look < kMostLooks && !isCancelled; ++look) {
                 const JobStatus status = status_(destination, result);
                 const QString words = QString::fromStdString(status.words);
                 post([&progressWindow, words] { progressWindow.showStatus(words); });
-                if (status.isHindered || status.wantsPassword || status.stage == JobStage::Held)
+                const bool isAnswered = status.wantsPassword && questions < kMostQuestions &&
+                                        giveItsPassword(destination, result, questions++ > 0);
+                if (!isAnswered && (status.isHindered || status.wantsPassword || status.stage == JobStage::Held))
                     result.note = status.words;
-                if (!status.error.empty() || status.stage != JobStage::Waiting || !result.note.empty())
+                if (!status.error.empty() || (status.stage != JobStage::Waiting && !isAnswered) || !result.note.empty())
                     break;
                 if (cancelled.tryAcquire(1, kLookMilliseconds)) {
                     std::string error = cancelling_(destination, result);
@@ -161,7 +191,7 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Jo
     });
     loop.exec();
     sender.join();
-    outcome.cancelled = isCancelled && outcome.sent.size() < requests.size();
+    outcome.cancelled = isCancelled && outcome.sent.size() < jobs.size();
     return outcome;
 }
 

@@ -121,7 +121,7 @@ void PrintDialog::build() {
 
     generalPage_->setFolder(request_.folder.empty() ? QDir::homePath() + QStringLiteral("/Printed")
                                                     : ofUtf8(request_.folder));
-    generalPage_->setCopies(request_.copies);
+    generalPage_->setCopies(std::max(1, request_.copies));
     for (const JobOption& choice : request_.choices)
         if (choice.name == kPageRangesOption)
             generalPage_->setPages(ofUtf8(choice.value));
@@ -341,6 +341,9 @@ void PrintDialog::openSession(StartedSession started) {
     printButton_->setEnabled(true);
     printButton_->setAccessibleDescription({});
     attributes_ = std::move(started.attributes);
+    const int copies = std::exchange(keptFields_, std::move(started.fields)).copies;
+    if (request_.copies == 0 && generalPage_->copies() == copies) // else the user's own number stays
+        generalPage_->setCopies(keptFields_.copies);
     alerts_.setBundle(session_->pluginBundle());
     actions_.setSession(session_.get());
     for (const auto& panel : session_->panels()) {
@@ -763,8 +766,20 @@ void PrintDialog::print() {
     const auto pages = checkedPages();
     if (!pages)
         return;
-    const Printer& printer = printers_[static_cast<std::size_t>(printer_)];
+    const Printer printer = printers_[static_cast<std::size_t>(printer_)];
     const bool toFolder = !printer.queue || !request_.folder.empty();
+    std::optional<FetchedPpd> changed;
+    // What was chosen may be nothing that the queue has any more.
+    const Submission submission = [&](const auto& destination, const auto& job, const auto& progress) {
+        if (!toFolder && printer.hasPpdOnServer()) {
+            FetchedPpd now = fetchPpd(*printer.queue, kSearchLimits);
+            if (now.error.empty() && now.text != printer.ppdText) {
+                changed = std::move(now);
+                return JobResult();
+            }
+        }
+        return settings_.submission(destination, job, progress);
+    };
     SendOutcome outcome;
     bool sent = false;
     actions_.run([&] {
@@ -780,11 +795,15 @@ void PrintDialog::print() {
                              .cancelling = windowText(Text::CancellingPrint, language_),
                              .cancel = windowText(Text::Cancel, language_),
                              .bytes = windowText(Text::BytesSent, language_)},
-                            settings_.submission, settings_.status, settings_.cancelling)
-                      .send(destination_, jobRequests(*pages));
+                            submission, settings_.status, settings_.cancelling, settings_.authentication)
+                      .send(destination_, jobs(*pages));
     });
     generalPage_->show(session_.get());
-    if (sent)
+    if (changed) {
+        beginWithPpd(*changed, choicesOfSession(*session_));
+        if (session_ != nullptr)
+            tell((windowText(Text::PpdChanged, language_) + u' ' + message()).trimmed());
+    } else if (sent)
         tellOutcome(outcome);
 }
 
@@ -807,23 +826,28 @@ std::vector<JobOption> PrintDialog::jobOptions(const std::string& pages) const {
     return options;
 }
 
-std::vector<JobRequest> PrintDialog::jobRequests(const std::string& pages) const {
-    const std::vector<JobOption> options = jobOptions(pages);
-    std::vector<JobRequest> requests;
+// A queue takes all documents as one job.
+std::vector<DocumentsJob> PrintDialog::jobs(const std::string& pages) const {
+    const JobRequest request{.title = request_.title.empty() ? keptFields_.title : request_.title,
+                             .copies = generalPage_->copies(),
+                             .options = jobOptions(pages),
+                             .priority = request_.priority == 0 ? keptFields_.priority : request_.priority,
+                             .holdUntil = request_.holdUntil.empty() ? keptFields_.holdUntil : request_.holdUntil};
+    if (destination_.queue)
+        return {{.request = request, .documents = request_.documents}};
+    std::vector<DocumentsJob> jobs;
     for (const std::string& document : request_.documents)
-        requests.push_back({.documentPath = document,
-                            .title = request_.title,
-                            .copies = generalPage_->copies(),
-                            .options = options,
-                            .priority = request_.priority,
-                            .holdUntil = request_.holdUntil});
-    return requests;
+        jobs.push_back({.request = request, .documents = {document}});
+    return jobs;
 }
 
 // What was sent is not sent again.
 void PrintDialog::tellOutcome(const SendOutcome& outcome) {
-    request_.documents.erase(request_.documents.begin(),
-                             request_.documents.begin() + static_cast<std::ptrdiff_t>(outcome.sent.size()));
+    if (destination_.queue && !outcome.sent.empty())
+        request_.documents.clear();
+    else
+        request_.documents.erase(request_.documents.begin(),
+                                 request_.documents.begin() + static_cast<std::ptrdiff_t>(outcome.sent.size()));
     QStringList notes;
     for (const JobResult& result : outcome.sent) {
         printed_.push_back(result);

@@ -39,6 +39,7 @@ public:
         Submission submission = submit;
         StatusReading status = readStatus;
         JobCancelling cancelling = cancelSent;
+        JobAuthentication authentication = authenticateSent;
     };
 
     PrintDialog(DialogRequest request, Settings settings);
@@ -134,7 +135,7 @@ private:
     /// nullopt where they are none; the user has been told so.
     [[nodiscard]] std::optional<std::string> checkedPages();
     [[nodiscard]] std::vector<JobOption> jobOptions(const std::string& pages) const;
-    [[nodiscard]] std::vector<JobRequest> jobRequests(const std::string& pages) const;
+    [[nodiscard]] std::vector<DocumentsJob> jobs(const std::string& pages) const;
     void tellOutcome(const SendOutcome& outcome);
 
     DialogRequest request_;
@@ -149,6 +150,7 @@ private:
     std::shared_ptr<Session> session_;
     std::optional<StartChoices> carried_; // what the user had chosen when the last session ended
     std::vector<JobOption> attributes_;   // of the jobs, beside what the session holds
+    JobRequest keptFields_;               // of the jobs, as the queue keeps them
     std::vector<PanelTab> panelTabs_;
     int shownTab_ = -1;
     GeneralPage* generalPage_ = nullptr;

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <utility>
 
 namespace host {
 namespace {
@@ -119,7 +120,9 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
         return started;
     const std::set<std::string> managed = panelOptions(*info, description);
     const std::set<std::string> installable = installableOptions(textOf(printer));
-    for (const auto* choices : {&printer.options, &start.choices, &start.given})
+    std::vector<JobOption> kept = printer.options;
+    started.problems = takeJobFields(kept, started.fields);
+    for (const auto* choices : {&std::as_const(kept), &start.choices, &start.given})
         for (const JobOption& given : *choices)
             for (const MeantOption& meant : meaningOf(given, description, installable)) {
                 const bool isForPanels =

@@ -39,6 +39,7 @@ struct StartedSession {
     std::string error;                ///< why, in one sentence
     /// What is no choice of the PPD and no print setting: it goes into each job as it stands.
     std::vector<JobOption> attributes;
+    JobRequest fields{}; ///< what is kept for the queue beside its options: copies, priority, holding time, title
     std::vector<printing::MarkedChoice> forPanels; ///< of what was given: what the panels manage or answer
     std::vector<std::string> problems;             ///< a sentence for each that was given and cannot be used
 };

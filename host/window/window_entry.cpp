@@ -36,10 +36,11 @@ std::vector<host::Printer> knownPrinters(const host::DialogRequest& request) {
 }
 
 // As lp tells it.
-void tellRequests(const host::PrintDialog& dialog, const std::string& queue) {
+void tellRequests(const host::PrintDialog& dialog, std::size_t documents) {
     for (const host::JobResult& result : dialog.printed())
         if (result.jobId != 0)
-            std::printf("request id is %s-%d (1 file(s))\n", queue.c_str(), result.jobId);
+            std::printf("request id is %s-%d (%zu file(s))\n", dialog.destination().queue->queue.c_str(), result.jobId,
+                        documents);
         else
             std::printf("%s\n", result.path.c_str());
     std::fflush(stdout);
@@ -66,6 +67,7 @@ extern "C" __attribute__((visibility("default"))) int CVRunPrintDialog(const hos
                                        .printers = knownPrinters(request),
                                        .looksForQueues = request.ppd.empty() || request.folder.empty()});
     const bool usable = dialog.exec() == QDialog::Rejected || !dialog.printed().empty();
-    tellRequests(dialog, dialog.destination().queue ? dialog.destination().queue->queue : std::string());
+    if (!request.isSilent)
+        tellRequests(dialog, request.documents.size());
     return usable ? kDone : kFailed;
 }

@@ -276,6 +276,10 @@ void PrivateCupsd::addQueue(const std::string& name, const fs::path& ppd, const 
                printer.wantsCredentials ? "auth-info-required=username,password" : "auth-info-required=none"});
 }
 
+void PrivateCupsd::addQueueWithoutPpd(const std::string& name) {
+    runClient({"/usr/sbin/lpadmin", "-p" + name, "-v", "recorder:/filter/0/exit/0"});
+}
+
 void PrivateCupsd::deleteQueue(const std::string& name) {
     runClient({"/usr/sbin/lpadmin", "-x" + name});
 }

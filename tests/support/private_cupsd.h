@@ -49,6 +49,7 @@ public:
     /// Adds a queue that accepts jobs and prints them. Of the PPD everything is taken but its filters: the recording
     /// one takes every document. The backend records what it gets.
     void addQueue(const std::string& name, const std::filesystem::path& ppd, const Printer& printer = {});
+    void addQueueWithoutPpd(const std::string& name); ///< a raw one, whose jobs wait
     void deleteQueue(const std::string& name);
 
     void pauseQueue(const std::string& name); ///< its jobs wait

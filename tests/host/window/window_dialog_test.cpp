@@ -46,7 +46,7 @@ void closeMessage(QWidget& alert) {
     static_cast<QDialog&>(alert).accept();
 }
 
-host::JobResult sentAsJobSeven(const host::Destination&, const host::JobRequest&, const host::JobProgress& progress) {
+host::JobResult sentAsJobSeven(const host::Destination&, const host::DocumentsJob&, const host::JobProgress& progress) {
     return progress(1, 1) ? host::JobResult{.ok = true, .jobId = 7} : host::JobResult{.error = "given up"};
 }
 

@@ -20,7 +20,12 @@ std::string WindowUnderTest::samplePdf() {
 WindowUnderTest::WindowUnderTest(Setup setup) {
     host::DialogRequest request;
     request.documents = std::move(setup.documents);
-    request.folder = folder().toStdString();
+    if (setup.folder == ToFolder::Yes)
+        request.folder = folder().toStdString();
+    request.printer = std::move(setup.printer);
+    request.instance = std::move(setup.instance);
+    request.server = std::move(setup.server);
+    request.copies = setup.copies;
     request.choices = std::move(setup.choices);
     request.bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin";
     const std::string ppd = CV_SOURCE_DIR "/resources/models/" + setup.model + ".ppd";
@@ -35,10 +40,11 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
                           .options = std::move(setup.kept),
                           .queue = setup.queue.empty() ? std::nullopt
                                                        : std::optional(host::QueueAddress{.queue = setup.queue})}},
-            .looksForQueues = false,
+            .looksForQueues = setup.looksForQueues,
             .submission = std::move(setup.submission),
             .status = std::move(setup.status),
-            .cancelling = std::move(setup.cancelling)});
+            .cancelling = std::move(setup.cancelling),
+            .authentication = std::move(setup.authentication)});
     dialog_->show();
     if (!QTest::qWaitForWindowActive(dialog_.get()))
         qFatal("The dialog is not shown.");

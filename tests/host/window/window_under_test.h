@@ -19,6 +19,7 @@ namespace tests {
 /// long as this object.
 class WindowUnderTest {
 public:
+    enum class ToFolder { Yes, No };
     struct Setup {
         std::string model = "corvane-a3";
         std::vector<std::string> languages = {"en"};
@@ -30,6 +31,11 @@ public:
         host::Submission submission = host::submit;
         host::StatusReading status = host::readStatus;
         host::JobCancelling cancelling = host::cancelSent;
+        host::JobAuthentication authentication = host::authenticateSent;
+        ToFolder folder = ToFolder::Yes;
+        bool looksForQueues = false;
+        std::string printer = {}, instance = {}, server = {}; ///< as in host::DialogRequest
+        int copies = 0;                                       ///< the same
     };
     /// The pages of the dialog, as tabs.
     enum Page { General = 0, PrintSetting = 1, ColorSetting = 2, Summary = 3 };

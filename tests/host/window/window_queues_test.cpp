@@ -1,0 +1,205 @@
+// Queues of a print server, in the window.
+
+#include "window_under_test.h"
+
+#include "tests/support/private_cupsd.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSpinBox>
+
+#include <memory>
+
+using tests::WindowUnderTest;
+
+namespace {
+
+constexpr int kSearchMilliseconds = 30000; // more than the server needs
+
+const std::string kModel = CV_SOURCE_DIR "/resources/models/corvane-a3.ppd";
+
+void agree(QWidget& alert) {
+    static_cast<QDialog&>(alert).findChild<QPushButton*>("normalPaperAlertOKButton")->click();
+}
+
+} // namespace
+
+class WindowQueuesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() {
+        for (const char* name : {"LPDEST", "PRINTER"})
+            qunsetenv(name);
+        qputenv("HOME", home_.path().toUtf8());
+        server_ = std::make_unique<test_support::PrivateCupsd>();
+        server_->addQueue("Office", kModel);
+        server_->addQueueWithoutPpd("Raw");
+    }
+    void cleanupTestCase() { server_.reset(); }
+    void cleanup() {
+        QFile::remove(options());
+        QVERIFY2(!QDir(home_.filePath("Printed")).exists(), "something went to a folder");
+    }
+
+    void aQueueThatWasNamedIsChosenOnceItsPpdIsThere() {
+        WindowUnderTest window(setup("Office"));
+        QVERIFY(window.dialog().session() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.widget<QComboBox>("printerList").currentText(), QString("Office"));
+        QVERIFY(window.widget<QPushButton>("printButton").isEnabled());
+        QVERIFY(!window.widget<QLabel>("lookingLabel").isVisible());
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        const auto record = server_->waitForRecord(window.dialog().printed().front().jobId);
+        QVERIFY2(record.has_value(), server_->errorLog().c_str());
+        QCOMPARE(record->options.at("CVMediaType"), std::string("Plain"));
+    }
+
+    void withoutANameTheDefaultQueueIsChosen() {
+        keepOptions("Default Office\n");
+        WindowUnderTest window(setup(""));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.widget<QComboBox>("printerList").currentText(), QString("Office"));
+    }
+
+    void printingBeforeTheSearchHasEndedSendsNothing() {
+        server_->freeze();
+        WindowUnderTest window(setup("Office"));
+        QVERIFY(window.widget<QLabel>("lookingLabel").isVisible());
+        QVERIFY(!window.widget<QPushButton>("printButton").isEnabled());
+        QCOMPARE(window.widget<QComboBox>("printerList").currentIndex(), -1);
+        QTest::keyClick(&window.dialog(), Qt::Key_Return);
+        window.dialog().print();
+        server_->thaw();
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QVERIFY(window.dialog().printed().empty());
+        QVERIFY(window.dialog().isVisible());
+    }
+
+    void aServerThatIsNotThereIsTold() {
+        auto missing = setup("Office");
+        missing.server = home_.filePath("no-socket").toStdString();
+        WindowUnderTest window(std::move(missing));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("No connection"), kSearchMilliseconds);
+        expectNoPrinter(window);
+    }
+
+    void aQueueThatDoesNotExistIsTold() {
+        WindowUnderTest window(setup("Nobody"));
+        QTRY_COMPARE_WITH_TIMEOUT(window.dialog().message(),
+                                  QString("There is no queue “Nobody”: choose another printer."), kSearchMilliseconds);
+        expectNoPrinter(window);
+    }
+
+    void anInstanceThatDoesNotExistIsTold() {
+        auto named = setup("Office");
+        named.instance = "none";
+        WindowUnderTest window(std::move(named));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("“Office/none”"), kSearchMilliseconds);
+        expectNoPrinter(window);
+    }
+
+    void aQueueWithoutAPpdIsTold() {
+        WindowUnderTest window(setup("Raw"));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().startsWith("“Raw” has no PPD"), kSearchMilliseconds);
+        QVERIFY(window.dialog().session() == nullptr);
+        QVERIFY(!window.widget<QPushButton>("printButton").isEnabled());
+    }
+
+    void anotherPrinterIsChosenWithWhatWasGiven() {
+        auto named = setup("Nobody");
+        named.choices = {{"CVMediaType", "Glossy"}};
+        WindowUnderTest window(std::move(named));
+        QTRY_VERIFY_WITH_TIMEOUT(!window.dialog().message().isEmpty(), kSearchMilliseconds);
+        window.pick("printerList", 0);
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QVERIFY(window.widget<QPushButton>("printButton").isEnabled());
+    }
+
+    void whatIsKeptForAQueueIsNoOptionOfItsJobs() {
+        keepOptions("Dest Office copies=2 job-priority=77 CVMediaType=Glossy\n");
+        WindowUnderTest window(setup("Office"));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 2);
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        const auto record = server_->waitForRecord(window.dialog().printed().front().jobId);
+        QVERIFY2(record.has_value(), server_->errorLog().c_str());
+        QCOMPARE(record->copies, std::string("2"));
+    }
+
+    void givenCopiesGoBeforeKeptOnes() {
+        keepOptions("Dest Office copies=2\n");
+        auto given = setup("Office");
+        given.copies = 1;
+        WindowUnderTest window(std::move(given));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 1);
+    }
+
+    void severalDocumentsAreOneJob() {
+        auto several = setup("Office");
+        several.documents.push_back(WindowUnderTest::samplePdf());
+        WindowUnderTest window(std::move(several));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        const std::size_t before = server_->jobStates().size();
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        QCOMPARE(server_->jobStates().size(), before + 1);
+    }
+
+    void optionsThatChangedOnTheServerAreShownBeforeAnythingIsSent() {
+        server_->addQueue("Changing", kModel);
+        WindowUnderTest window(setup("Changing"));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        window.pick("paperList", "Letter");
+        QVERIFY(window.widget<QComboBox>("colorMatchingList").isVisible());
+        server_->addQueue("Changing", CV_SOURCE_DIR "/resources/models/corvane-office.ppd");
+        window.answer({agree});
+        window.click("printButton");
+        QVERIFY2(window.dialog().message().startsWith("The printer’s options have changed"),
+                 qPrintable(window.dialog().message()));
+        QVERIFY(window.dialog().isVisible() && window.dialog().printed().empty());
+        QVERIFY(!window.widget<QComboBox>("colorMatchingList").isVisible());
+        QCOMPARE(window.marked("PageSize"), QString("Letter"));
+    }
+
+private:
+    QString options() const { return home_.filePath(".cups/lpoptions"); }
+
+    void keepOptions(const char* lines) const {
+        QDir(home_.path()).mkpath(".cups");
+        QFile file(options());
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(lines) > 0);
+    }
+
+    WindowUnderTest::Setup setup(const std::string& queue) const {
+        return {.folder = WindowUnderTest::ToFolder::No,
+                .looksForQueues = true,
+                .printer = queue,
+                .server = server_->socket()};
+    }
+
+    static void expectNoPrinter(WindowUnderTest& window) {
+        QVERIFY(window.dialog().session() == nullptr);
+        QVERIFY(!window.widget<QPushButton>("printButton").isEnabled());
+        QCOMPARE(window.widget<QComboBox>("printerList").currentIndex(), -1);
+        QVERIFY(window.widget<QComboBox>("printerList").count() > 0);
+    }
+
+    QTemporaryDir home_;
+    std::unique_ptr<test_support::PrivateCupsd> server_;
+};
+
+QTEST_MAIN(WindowQueuesTest)
+#include "window_queues_test.moc"
