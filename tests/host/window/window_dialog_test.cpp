@@ -271,6 +271,50 @@ private slots:
         QCOMPARE(given, (std::vector<std::string>{"ann:a word", "nothing"}));
     }
 
+    void aJobThatIsHeldForAPasswordIsReleasedWithTheUsers() {
+        std::vector<std::string> given;
+        WindowUnderTest window({.submission = sentAsJobSeven,
+                                .status =
+                                    [&](const auto&, const auto&) {
+                                        return given.size() < 2 ? host::JobStatus{.stage = host::JobStage::Held,
+                                                                                  .wantsPassword = true,
+                                                                                  .words = "It wants a password."}
+                                                                : host::JobStatus{.stage = host::JobStage::Printing};
+                                    },
+                                .authentication =
+                                    [&](const auto&, const host::JobResult& job, const host::Credentials& credentials) {
+                                        given.push_back(std::to_string(job.jobId) + " " + credentials.password);
+                                        return std::string();
+                                    }});
+        const auto type = [](const char* password) {
+            return [password](QWidget& question) {
+                QTest::keyClicks(question.findChild<QLineEdit*>("passwordField"), password);
+                dynamic_cast<QDialog&>(question).accept();
+            };
+        };
+        window.answer({agree, type("wrong"), type("right")});
+        window.click("printButton");
+        QCOMPARE(given, (std::vector<std::string>{"7 wrong", "7 right"}));
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        QVERIFY(window.dialog().printed().front().note.empty());
+    }
+
+    void aJobWhoseUserGivesNoPasswordStaysHeldAndIsTold() {
+        QString told;
+        WindowUnderTest window({.submission = sentAsJobSeven, .status = [](const auto&, const auto&) {
+                                    return host::JobStatus{.stage = host::JobStage::Held,
+                                                           .wantsPassword = true,
+                                                           .words = "It wants a password."};
+                                }});
+        window.answer({agree, [](QWidget& question) { dynamic_cast<QDialog&>(question).reject(); },
+                       [&](QWidget& message) {
+                           told = dynamic_cast<QMessageBox&>(message).informativeText();
+                           closeMessage(message);
+                       }});
+        window.click("printButton");
+        QCOMPARE(told, QString("It wants a password."));
+    }
+
     void sendingLeavesTheWindowsThread() {
         const std::thread::id own = std::this_thread::get_id();
         std::thread::id sender = own;
