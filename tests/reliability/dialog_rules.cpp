@@ -28,6 +28,34 @@ constexpr Bound kBound[] = {
     {kColor, "CVColorEnhancement", "colorEnhanceButton"},
 };
 
+// The adjustments: key of the pending and the stored value, entry of the job's print settings, controls.
+struct Adjustment {
+    std::string_view key, setting, slider, field;
+    bool ofColor; // not to be had in mono
+};
+constexpr Adjustment kAdjustments[] = {
+    {"CVBrightness", "com.corvane.print.PrintSettings.CEV_Brightness", "brightnessSlider", "brightnessField", false},
+    {"CVContrast", "com.corvane.print.PrintSettings.CEV_Contrast", "contrastSlider", "contrastField", false},
+    {"CVRed", "com.corvane.print.PrintSettings.CEV_Red", "redSlider", "redField", true},
+    {"CVGreen", "com.corvane.print.PrintSettings.CEV_Green", "greenSlider", "greenField", true},
+    {"CVBlue", "com.corvane.print.PrintSettings.CEV_Blue", "blueSlider", "blueField", true},
+};
+
+// Controls that stand for no option, or for one in Japanese only, and the buttons of alert windows: never disabled.
+constexpr std::string_view kAlwaysEnabled[] = {
+    "optionButton",
+    "helpButton",
+    "advancedTableView",
+    "vertLineAlignQT22Button",
+    "customPaperAlertCancelButton",
+    "customPaperAlertOKButton",
+    "envAlertCancelButton",
+    "envAlertOKButton",
+    "normalPaperAlertCancelButton",
+    "normalPaperAlertOKButton",
+    "suppressionButton",
+};
+
 bool isTwoSided(const WalkedDialog& dialog) {
     return dialog.marked("Duplex") != "None";
 }
@@ -86,6 +114,9 @@ std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, c
         return "the two-sided plain paper is shown as plain paper";
     if (isBox && !control.isEnabled() && isOn(onScreen) && !isOn(pending) && bound.key != "CVSlowDrying")
         return "a disabled box counts as off, whatever it shows";
+    if (bound.key == "CVMediaType" && pending == "HagakiUra" && onScreen == "Glossy" &&
+        dialog.view<toolkit::PopUpList>(kPrint, bound.control).indexOfItemWithKeyword(pending) < 0)
+        return "a postcard that is not listed is shown as glossy paper, also where the printer refuses glossy paper";
     if (moment == Moment::AfterRound)
         return "";
     if (bound.key == "CVMediaType" && pending == "PlainDuplex" && isTwoSided(dialog))
@@ -102,6 +133,83 @@ std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, c
     if (moment == Moment::ControlsAhead)
         return "what a rule wanted was refused, or not asked for: the control shows it until the next reading or "
                "restore";
+    return "";
+}
+
+// What the rules on disabled controls look at.
+struct Surroundings {
+    explicit Surroundings(const WalkedDialog& dialog)
+        : paper(dialog.paperName()), media(popup(dialog, "mediaTypePopup")), quality(popup(dialog, "resolutionPopup")),
+          fax(isFax(dialog)), borderless(isBorderless(paper)),
+          matching(dialog.setting(printing::kColorMatchingModeKey) != "AP_ApplicationColorMatching"),
+          enhanced(matching && dialog.pending(kColor, "CVColorEnhancement") == "ON"),
+          mono((dialog.flags(kColor) & kImageModeMonochrome) != 0) {}
+
+    static std::string popup(const WalkedDialog& dialog, std::string_view name) {
+        return dialog.view<toolkit::PopUpList>(kPrint, name).selectedKeyword().value_or("");
+    }
+
+    std::string paper, media, quality; // the last two as shown
+    bool fax, borderless, matching, enhanced, mono;
+};
+
+// The adjustment of a slider or field; null for another control.
+const Adjustment* adjustmentOf(std::string_view control) {
+    const auto* found = std::ranges::find_if(
+        kAdjustments, [&](const Adjustment& each) { return each.slider == control || each.field == control; });
+    return found == std::end(kAdjustments) ? nullptr : found;
+}
+
+// The rule that disables a control; empty where none does, so that the control has to be enabled.
+std::string_view disablingRule(const WalkedDialog& dialog, const Surroundings& now, std::string_view name) {
+    const auto isOneOf = [](const std::string& word, std::initializer_list<std::string_view> words) {
+        return std::ranges::find(words, word) != words.end();
+    };
+    if (std::ranges::find(kAlwaysEnabled, name) != std::end(kAlwaysEnabled))
+        return "";
+    if (now.fax)
+        return "fax output";
+    if (name == "biDirButton") {
+        if (now.paper.starts_with("Env") || isOneOf(now.paper, {"Postcard", "CvHagaki_B"}) ||
+            (now.paper.starts_with("Custom") && dialog.pending(kPrint, "CVColorPaperThick") == "Env"))
+            return "envelopes and postcards print in one direction";
+        if (isOneOf(now.quality, {"Photo", "Best"}))
+            return "the finest qualities print in one direction";
+        if (isOneOf(now.media, {"Inkjet", "CorvaneQT20Matte", "Transparencies"}))
+            return "matte papers and transparencies print in one direction";
+    }
+    if (name == "slowDryButton") {
+        if (!now.matching)
+            return "no slow drying without the driver's colour matching";
+        if (!isOneOf(now.media, {"Plain", "HagakiAtena"}))
+            return "no slow drying on this medium";
+    }
+    if (name == "mirrorButton" && now.media == "Transparencies")
+        return "no mirror printing on transparencies";
+    const Adjustment* adjustment = adjustmentOf(name);
+    if ((adjustment != nullptr || name == "revertButton") && !now.enhanced)
+        return "the enhancement is off or not to be had";
+    if (adjustment != nullptr && adjustment->ofColor && now.mono)
+        return "no colours in mono";
+    return "";
+}
+
+// Why a control is disabled although no rule says so.
+std::string_view reasonOfDisabled(const WalkedDialog& dialog, const Surroundings& now, std::string_view name) {
+    if (name == "slowDryButton" && dialog.pending(kPrint, "CVMediaType") == "Transparencies")
+        return "no slow drying on the pending medium, which is shown as another after a refusal";
+    if (name == "slowDryButton" && now.borderless && (dialog.flags(kPrint) & kImageModeSlowDryingDisabled) != 0)
+        return "no slow drying since transparencies gave way to borderless paper";
+    return "";
+}
+
+// Why a control is not as the rules say, until the next round.
+std::string_view reasonOfDelay(const WalkedDialog& dialog, const Surroundings& now, std::string_view name) {
+    const Adjustment* adjustment = adjustmentOf(name);
+    if ((adjustment != nullptr || name == "revertButton") && now.enhanced && !dialog.stored("CVColorEnhancement"))
+        return "an enhancement that was reverted comes back from its box, and to the adjustments with the next update";
+    if (adjustment != nullptr && adjustment->ofColor && now.enhanced && dialog.stored("Color") == now.mono)
+        return "a new colour mode reaches the adjustments with the next update of their panel";
     return "";
 }
 
@@ -132,64 +240,59 @@ std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment) {
             findings.push_back({key + " is shown as " + onScreen + " and pending as " + pending,
                                 reasonOfShown(dialog, bound, pending, onScreen, moment)});
     }
+    for (const Adjustment& each : kAdjustments) {
+        const std::string key(each.key), pending = dialog.pending(kColor, key);
+        const std::string stored = std::to_string(dialog.storedNumber(key));
+        for (const std::string_view control : {each.slider, each.field}) {
+            const std::string onScreen =
+                std::to_string(dialog.view<toolkit::NumberField>(kColor, control).integerValue());
+            if (onScreen != stored)
+                findings.push_back({std::string(control) + " shows " + onScreen + " and " + stored + " is stored", ""});
+        }
+        if (pending != stored)
+            findings.push_back(
+                {key + " is stored as " + stored + " and pending as " + pending,
+                 moment == Moment::AfterRound ? "" : "an adjustment is pending from the next saving on"});
+        if (const std::string inJob = dialog.setting(each.setting).value_or("0"); inJob != pending)
+            findings.push_back({key + " is pending as " + pending + " and " + inJob + " in the print settings",
+                                moment == Moment::AfterRound ? "" : "reverting sets the adjustments as pending only"});
+    }
     return findings;
 }
 
-std::vector<Finding> disabledControls(const WalkedDialog& dialog) {
+std::vector<Finding> disabledControls(const WalkedDialog& dialog, Moment moment) {
     std::vector<Finding> findings;
-    const std::string paper = dialog.paperName();
-    const std::string media = dialog.view<toolkit::PopUpList>(kPrint, "mediaTypePopup").selectedKeyword().value_or("");
-    const std::string quality =
-        dialog.view<toolkit::PopUpList>(kPrint, "resolutionPopup").selectedKeyword().value_or("");
-    const bool custom = paper.starts_with("Custom");
-    const bool matching = dialog.setting(printing::kColorMatchingModeKey) != "AP_ApplicationColorMatching";
+    const Surroundings now(dialog);
     for (const Which which : kPanels)
         for (const toolkit::Control* control : dialog.controls(which)) {
             const std::string& name = control->name();
-            if (!control->isEnabled()) {
-                std::string_view reason;
-                if (isFax(dialog))
-                    reason = "fax output";
-                else if (name == "biDirButton" &&
-                         (paper.starts_with("Env") || paper == "Postcard" || paper == "CvHagaki_B" ||
-                          (custom && dialog.pending(kPrint, "CVColorPaperThick") == "Env")))
-                    reason = "envelopes and postcards print in one direction";
-                else if (name == "biDirButton" && (quality == "Photo" || quality == "Best"))
-                    reason = "the finest qualities print in one direction";
-                else if (name == "biDirButton" &&
-                         (media == "Inkjet" || media == "CorvaneQT20Matte" || media == "Transparencies"))
-                    reason = "matte papers and transparencies print in one direction";
-                else if (name == "slowDryButton" && !matching)
-                    reason = "no slow drying without the driver's colour matching";
-                else if (name == "slowDryButton" &&
-                         ((media != "Plain" && media != "HagakiAtena") ||
-                          dialog.pending(kPrint, "CVMediaType") == "Transparencies")) // shown otherwise if refused
-                    reason = "no slow drying on this medium";
-                else if (name == "slowDryButton" && isBorderless(paper) &&
-                         (dialog.flags(kPrint) & kImageModeSlowDryingDisabled) != 0)
-                    reason = "no slow drying since transparencies gave way to borderless paper";
-                else if (name == "mirrorButton" && media == "Transparencies")
-                    reason = "no mirror printing on transparencies";
-                else if (which == kColor && !dialog.stored("CVColorEnhancement"))
-                    reason = "the enhancement is off or not to be had";
-                else if (which == kColor && !dialog.stored("Color"))
-                    reason = "no colours in mono";
-                findings.push_back({name + " is disabled", reason});
+            const std::string_view rule = disablingRule(dialog, now, name);
+            const std::string_view delay =
+                moment == Moment::AfterRound ? std::string_view() : reasonOfDelay(dialog, now, name);
+            if (control->isEnabled()) {
+                if (!rule.empty())
+                    findings.push_back({name + " is enabled in spite of a rule: " + std::string(rule), delay});
+            } else {
+                const std::string_view reason = rule.empty() ? reasonOfDisabled(dialog, now, name) : rule;
+                findings.push_back({name + " is disabled", reason.empty() ? delay : reason});
             }
             const auto* popup = dynamic_cast<const toolkit::PopUpList*>(control);
             if (popup == nullptr)
                 continue;
             for (const toolkit::PopUpList::Item& item : popup->items()) {
-                if (item.enabled)
-                    continue;
-                std::string_view reason;
                 const std::string keyword = item.keyword.value_or("");
-                if (isBorderless(paper) && name == "mediaTypePopup" && keyword == "Transparencies")
-                    reason = "no transparencies on borderless paper";
-                else if (isBorderless(paper) && name == "resolutionPopup" &&
-                         contains(qualitiesNotOnBorderless(paper), keyword))
-                    reason = "no such quality on borderless paper";
-                findings.push_back({"the item " + keyword + " of " + name + " is disabled", reason});
+                std::string_view rule;
+                if (now.borderless && name == "mediaTypePopup" && keyword == "Transparencies")
+                    rule = "no transparencies on borderless paper";
+                else if (now.borderless && name == "resolutionPopup" &&
+                         contains(qualitiesNotOnBorderless(now.paper), keyword))
+                    rule = "no such quality on borderless paper";
+                if (!item.enabled)
+                    findings.push_back({"the item " + keyword + " of " + name + " is disabled", rule});
+                else if (!rule.empty())
+                    findings.push_back(
+                        {"the item " + keyword + " of " + name + " is enabled in spite of a rule: " + std::string(rule),
+                         ""});
             }
         }
     return findings;

@@ -22,10 +22,12 @@ std::vector<Finding> forbiddenCombinations(const WalkedDialog& dialog);
 /// a refusal, and after a medium was marked elsewhere, which moves controls without reading them back.
 enum class Moment { AfterAction, ControlsAhead, AfterRound };
 
-/// Options whose pending choice is not the marked one, and options whose control shows another than the pending one.
+/// Options whose pending choice is not the marked one, and options whose control shows another than the pending one. Of
+/// the adjustments, controls, stored and pending values and print settings.
 std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment);
 
-/// Disabled controls and items. The reason is the rule that disables them; a state must name one for each.
-std::vector<Finding> disabledControls(const WalkedDialog& dialog);
+/// Disabled controls and items, with the rule that disables them, and enabled ones that a rule disables. A state must
+/// name a reason for each.
+std::vector<Finding> disabledControls(const WalkedDialog& dialog, Moment moment);
 
 } // namespace reliability

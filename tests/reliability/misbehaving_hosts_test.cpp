@@ -78,6 +78,15 @@ protected:
         host.format =
             printing::PageFormat{.paper = printing::Paper{.name = name, .ppdName = name, .width = 595, .height = 842}};
     }
+    void lackNothing() {
+        host.lacking.clear();
+        host.settings.emplace();
+        host.languages = {"en"};
+        host.hasKeyWindow = host.hasDefaults = host.helpRegisters = true;
+        host.reopenBundle({.languages = {"en"}, .localize = false, .strings = {}, .info = {}, .removedInfo = {}});
+        host.description->markDefaults();
+        setPaper("A4");
+    }
     void makePanels() {
         print = std::make_shared<CVInkPrintSetting12PDE>();
         color = std::make_shared<CVInkColorSettingPDE>();
@@ -316,24 +325,12 @@ TEST_F(Misbehaving, AHostMayLackWhateverItMayLack) {
         makePanels(); // it lacks it from the start
         callEverything();
 
-        host.lacking.clear(); // it lacks it from the middle on
-        host.settings.emplace();
-        host.languages = {"en"};
-        host.hasKeyWindow = host.hasDefaults = host.helpRegisters = true;
-        host.reopenBundle({.languages = {"en"}, .localize = false, .strings = {}, .info = {}, .removedInfo = {}});
-        host.description->markDefaults();
-        setPaper("A4");
+        lackNothing(); // it lacks it from the middle on
         showPanels();
         takeAway();
         callEverything();
 
-        host.lacking.clear();
-        host.settings.emplace();
-        host.languages = {"en"};
-        host.hasKeyWindow = host.hasDefaults = host.helpRegisters = true;
-        host.reopenBundle({.languages = {"en"}, .localize = false, .strings = {}, .info = {}, .removedInfo = {}});
-        host.description->markDefaults();
-        setPaper("A4");
+        lackNothing();
         expectARestoreToSetThingsRight();
     }
 }

@@ -101,8 +101,9 @@ private:
             fault(each, step);
         step.controlsAhead = steps_[left_].controlsAhead || dialog_.wasRefused() ||
                              plan_.actions[static_cast<std::size_t>(action)].leavesControlsAhead;
-        note(disagreements(dialog_, step.controlsAhead ? Moment::ControlsAhead : Moment::AfterAction), step);
-        note(disabledControls(dialog_), step);
+        const Moment moment = step.controlsAhead ? Moment::ControlsAhead : Moment::AfterAction;
+        note(disagreements(dialog_, moment), step);
+        note(disabledControls(dialog_, moment), step);
         current_ = dialog_.capture();
         reached(current_, step);
         return requests;
@@ -122,7 +123,7 @@ private:
                 fault(each, step);
             note(forbiddenCombinations(dialog_), step);
             note(disagreements(dialog_, Moment::AfterRound), step);
-            note(disabledControls(dialog_), step);
+            note(disabledControls(dialog_, Moment::AfterRound), step);
             current_ = dialog_.capture();
             if (rounds == 1)
                 reached(current_, step);

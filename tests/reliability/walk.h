@@ -26,7 +26,7 @@ struct WalkPlan {
     bool refusals = false; ///< each action is also done with each of its requests refused, one at a time
 };
 
-/// The walks, by name: "media", "papers", "color", "postcards" end by themselves; "everything" has to be bounded.
+/// The walks. All end by themselves but "everything", which has to be bounded.
 std::vector<WalkPlan> walkPlans();
 
 struct WalkResult {

@@ -269,6 +269,10 @@ bool WalkedDialog::stored(std::string_view key) const {
     return panels()[kColor]->loadedViews()->store()->valueForKey(key).booleanReading();
 }
 
+std::int64_t WalkedDialog::storedNumber(std::string_view key) const {
+    return panels()[kColor]->loadedViews()->store()->valueForKey(key).integerReading();
+}
+
 std::string WalkedDialog::paperName() const {
     return *papers()[paper_].name;
 }
