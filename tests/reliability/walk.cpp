@@ -113,6 +113,7 @@ private:
     void doRound(const Snapshot& state) {
         const Step step{.from = left_, .action = kRound};
         put(state);
+        const std::vector<std::int64_t> entered = dialog_.adjustments();
         Snapshot before = state;
         for (int rounds = 1;; ++rounds) {
             dialog_.refuseAt(std::nullopt);
@@ -121,6 +122,8 @@ private:
             result_.requests += static_cast<std::size_t>(dialog_.asked());
             for (const std::string& each : dialog_.faults())
                 fault(each, step);
+            if (dialog_.adjustments() != entered)
+                fault("a round changed an adjustment", step);
             note(forbiddenCombinations(dialog_), step);
             note(disagreements(dialog_, Moment::AfterRound), step);
             note(disabledControls(dialog_, Moment::AfterRound), step);

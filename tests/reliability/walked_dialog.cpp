@@ -273,6 +273,13 @@ std::int64_t WalkedDialog::storedNumber(std::string_view key) const {
     return panels()[kColor]->loadedViews()->store()->valueForKey(key).integerReading();
 }
 
+std::vector<std::int64_t> WalkedDialog::adjustments() const {
+    std::vector<std::int64_t> numbers;
+    for (const std::string_view key : kAdjustments)
+        numbers.push_back(storedNumber(key));
+    return numbers;
+}
+
 std::string WalkedDialog::paperName() const {
     return *papers()[paper_].name;
 }

@@ -64,6 +64,7 @@ public:
     [[nodiscard]] std::string pending(Which panel, std::string_view key) const;
     [[nodiscard]] bool stored(std::string_view key) const; ///< a Boolean of the Color Settings panel's effectContent
     [[nodiscard]] std::int64_t storedNumber(std::string_view key) const; ///< an adjustment there
+    [[nodiscard]] std::vector<std::int64_t> adjustments() const;         ///< all five there
     [[nodiscard]] std::uint32_t flags(Which panel) const { return panels()[panel]->imageModeFlag(); }
     [[nodiscard]] const std::vector<std::string>& keys(Which panel) const { return sides_[panel].keys; }
     [[nodiscard]] std::string paperName() const;
