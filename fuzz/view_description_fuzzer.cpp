@@ -9,10 +9,14 @@
 
 namespace {
 
+constexpr std::string_view kForm = "Resources/Form.ui";
+
+// A bundle lists its resources when it is opened: the form is there by then.
 std::shared_ptr<toolkit::Bundle> openBundle() {
     const std::filesystem::path folder = fuzz::scratchFolder() / "Forms.plugin";
     std::filesystem::create_directories(folder / "Resources");
     fuzz::writeFile(folder / "Info.json", "{}");
+    fuzz::writeFile(folder / kForm, "");
     std::string error;
     return toolkit::Bundle::open(folder, {.languages = {"en"}, .localize = false}, error);
 }
@@ -21,7 +25,7 @@ std::shared_ptr<toolkit::Bundle> openBundle() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const auto bundle = openBundle();
-    fuzz::writeFile(bundle->path() / "Resources" / "Form.ui", {reinterpret_cast<const char*>(data), size});
+    fuzz::writeFile(bundle->path() / kForm, {reinterpret_cast<const char*>(data), size});
     std::string error;
     const auto views = toolkit::LoadedViews::load(*bundle, "Form", error);
     if (views == nullptr) {
