@@ -1,5 +1,5 @@
 // panel_explorer [NAME [MOST-STATES]]: walks through the states of a dialog and says what it saw. Without a name, every
-// walk that ends by itself.
+// walk but "everything".
 
 #include "tests/reliability/walk.h"
 
