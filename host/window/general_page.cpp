@@ -49,7 +49,7 @@ void selectData(QComboBox& list, const std::string& data) {
 } // namespace
 
 GeneralPage::GeneralPage(Language language, Choices choices)
-    : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)), printerRow_(new QWidget),
+    : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)), printerRow_(new QHBoxLayout),
       printerList_(makeList("printerList")), lookingLabel_(new QLabel), folderRow_(new QWidget),
       folderField_(new QLineEdit), paperList_(makeList("paperList")), freeSize_(new FreeSizeEditor(language)),
       copiesField_(new QSpinBox), pagesField_(new QLineEdit), twoSidedList_(makeList("twoSidedList")),
@@ -77,12 +77,9 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     folderLayout->addWidget(browse);
     folderRow_->setFocusProxy(folderField_);
 
-    auto* printerLayout = new QHBoxLayout(printerRow_);
-    printerLayout->setContentsMargins(0, 0, 0, 0);
-    printerLayout->addWidget(printerList_, 1);
-    printerRow_->setFocusProxy(printerList_);
-
-    addRow(Text::Printer, *printerRow_)->setBuddy(printerList_);
+    // No widget of its own: a list and the label that names it have one parent.
+    printerRow_->addWidget(printerList_, 1);
+    addRow(Text::Printer, *printerList_, printerRow_);
     layout_->addRow(QString(), lookingLabel_);
     addRow(Text::Folder, *folderRow_)->setBuddy(folderField_);
     addRow(Text::Paper, *paperList_);
@@ -96,7 +93,6 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     rememberBox_->setObjectName("rememberBox");
     setCaption(*rememberBox_, windowText(Text::RememberChoices, language));
     layout_->addRow(QString(), rememberBox_);
-    printerList_->setAccessibleName(windowText(Text::Printer, language));
     folderField_->setAccessibleName(windowText(Text::Folder, language));
     colorMatchingList_->addItem(windowText(Text::DriverMatches, language), ofUtf8(printing::kVendorColorMatching));
     colorMatchingList_->addItem(windowText(Text::ApplicationMatches, language),
@@ -127,12 +123,15 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     show(nullptr);
 }
 
-QLabel* GeneralPage::addRow(Text text, QWidget& field) {
+QLabel* GeneralPage::addRow(Text text, QWidget& field, QLayout* row) {
     auto* label = new QLabel;
     label->setBuddy(&field);
     setCaption(*label, windowText(Text::Caption, language_).arg(windowText(text, language_)));
     field.setAccessibleName(windowText(text, language_));
-    layout_->addRow(label, &field);
+    if (row != nullptr)
+        layout_->addRow(label, row);
+    else
+        layout_->addRow(label, &field);
     return label;
 }
 
@@ -144,7 +143,7 @@ void GeneralPage::addPrinters(const QStringList& names) {
 }
 
 void GeneralPage::addBesidePrinters(QWidget& control) {
-    printerRow_->layout()->addWidget(&control);
+    printerRow_->addWidget(&control);
     setTabOrder(printerList_, &control);
     assignMnemonics(*this, takenLetters_);
 }

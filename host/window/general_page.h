@@ -13,6 +13,7 @@
 class QCheckBox;
 class QComboBox;
 class QFormLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
@@ -67,7 +68,7 @@ public:
     void fitLists();
 
 private:
-    QLabel* addRow(Text text, QWidget& field);
+    QLabel* addRow(Text text, QWidget& field, QLayout* row = nullptr); ///< null: the field alone
     void fillPapers(const printing::PrinterDescription& description);
     void showPaper(Session& session);
     void fillChoices(QComboBox& list, const printing::PrinterDescription& description, std::string_view option);
@@ -79,7 +80,7 @@ private:
     Choices choices_;
     Session* session_ = nullptr;
     QFormLayout* layout_;
-    QWidget* printerRow_;
+    QHBoxLayout* printerRow_;
     QComboBox* printerList_;
     QLabel* lookingLabel_;
     QWidget* folderRow_;
