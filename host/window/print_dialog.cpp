@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTimer>
@@ -118,6 +119,11 @@ void PrintDialog::build() {
     giveTabTitles();
     shownTab_ = 0;
     connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) { showTab(index); });
+    // The row of tabs knows these keys, but lists keep them from it.
+    for (const auto& [keys, step] : {std::pair(QKeySequence::NextChild, 1), std::pair(QKeySequence::PreviousChild, -1)})
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, step = step] {
+            tabs_->setCurrentIndex((tabs_->currentIndex() + step + tabs_->count()) % tabs_->count());
+        });
 
     generalPage_->setFolder(request_.folder.empty() ? QDir::homePath() + QStringLiteral("/Printed")
                                                     : ofUtf8(request_.folder));
@@ -412,13 +418,6 @@ void PrintDialog::populate(PanelTab& tab) {
         return;
     tab.page->layout()->addWidget(tab.binder->form());
     tab.binder->form()->show();
-    if (tab.page->hasFocus()) { // had it while it was empty
-        QWidget* first = tab.page->nextInFocusChain();
-        while (first != tab.page &&
-               !(first->isVisible() && first->isEnabled() && (first->focusPolicy() & Qt::TabFocus)))
-            first = first->nextInFocusChain();
-        first->setFocus();
-    }
     tab.binder->form()->installEventFilter(this);
 }
 
@@ -441,7 +440,22 @@ void PrintDialog::showTab(int index) {
         else
             generalPage_->show(session_.get());
     });
+    focusControl();
     fitLater();
+}
+
+// A page that was empty as it came to the front has no control that could have taken the focus.
+void PrintDialog::focusControl() {
+    const auto takesFocus = [](const QWidget* widget) {
+        return widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0;
+    };
+    if (focusWidget() != nullptr && takesFocus(focusWidget()))
+        return;
+    QWidget* const page = tabs_->currentWidget();
+    QWidget* next = page->nextInFocusChain();
+    while (next != page && !takesFocus(next))
+        next = next->nextInFocusChain();
+    next->setFocus();
 }
 
 void PrintDialog::leaveTab(int index) {

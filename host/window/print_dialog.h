@@ -100,6 +100,7 @@ private:
     // Panels and pages.
     void populate(PanelTab& tab);
     void showTab(int index);
+    void focusControl();
     void leaveTab(int index);
     [[nodiscard]] PanelTab* tabAt(int index);
     void showSummary();

@@ -352,12 +352,15 @@ private slots:
 
     void theFocusIsOnAControlOfEachPage() {
         WindowUnderTest window;
+        const auto& tabs = *window.dialog().findChild<QTabWidget*>("tabs");
         for (int page = 0; page < 4; ++page) {
+            QCOMPARE(tabs.currentIndex(), page);
             const QWidget* focused = window.dialog().focusWidget();
             QVERIFY2(focused != nullptr && (focused->focusPolicy() & Qt::TabFocus) && focused->isVisible(),
                      qPrintable(QString::number(page)));
             QTest::keyClick(window.dialog().focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         }
+        QCOMPARE(tabs.currentIndex(), 0);
     }
 };
 
