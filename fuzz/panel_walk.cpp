@@ -3,6 +3,8 @@
 #include "host/jobs/job_text.h"
 #include "host/jobs/option_encoding.h"
 #include "host/script/script_alerts.h"
+#include "host/script/script_user.h"
+#include "host/session/program_files.h"
 #include "toolkit/button.h"
 #include "toolkit/number_field.h"
 #include "toolkit/popup_list.h"
@@ -87,12 +89,13 @@ void useControls(const toolkit::LoadedViews& views, int& uses) {
 }
 
 std::shared_ptr<host::Session> openSession(std::string_view ppdText, toolkit::BundleView view) {
-    static host::ScriptAlerts alerts;
+    static host::ScriptUser user;
+    static host::ScriptAlerts alerts(user);
     static toolkit::MemoryUserDefaults defaults;
     defaults = {};
     (void)alerts.takeShown();
     std::string error;
-    static const auto plugIn = host::PlugIn::load(host::PlugIn::defaultBundle(), error);
+    static const auto plugIn = host::PlugIn::load(host::pathOfPlugInBundle(), error);
     if (plugIn == nullptr)
         fail("the bundle cannot be used", error);
     auto description = printing::PrinterDescription::openText(ppdText, view.languages, error);

@@ -2,6 +2,7 @@
 
 #include "fuzz/scratch_folder.h"
 #include "host/script/script_host.h"
+#include "host/session/program_files.h"
 
 #include <nlohmann/json.hpp>
 
@@ -53,7 +54,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::filesystem::path bundle = host::PlugIn::defaultBundle();
+    static const std::filesystem::path bundle = host::pathOfPlugInBundle();
     std::string_view rest(reinterpret_cast<const char*>(data), size);
     host::ScriptHost scriptHost(bundle);
     for (int count = 0; count < kLines && !rest.empty(); ++count) {
