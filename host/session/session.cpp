@@ -1,6 +1,7 @@
 #include "host/session/session.h"
 
 #include "framework/option_keywords.h"
+#include "printing/ppd_texts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -97,7 +98,7 @@ bool Session::markFromOutside(const std::string& option, const std::string& choi
         return false;
     }
     if (!options_.description->mark(option, choice)) {
-        error = "The option \"" + option + "\" has no choice \"" + choice + "\".";
+        error = "The option \"" + option + "\" has no choice \"" + printing::cleanText(choice) + "\".";
         return false;
     }
     if (!tell)
@@ -215,11 +216,11 @@ std::optional<RefusedMark> Session::refusalOf(const std::string& option, const s
     RefusedMark refusal{.option = option, .choice = choice, .with = {}, .reason = {}};
     const printing::Option* own = description.option(option);
     if (own == nullptr) {
-        refusal.reason = "This printer has no option \"" + option + "\".";
+        refusal.reason = "This printer has no option \"" + printing::cleanText(option) + "\".";
         return refusal;
     }
     if (own->choice(choice) == nullptr) {
-        refusal.reason = "\"" + own->text + "\" has no choice \"" + choice + "\".";
+        refusal.reason = "\"" + own->text + "\" has no choice \"" + printing::cleanText(choice) + "\".";
         return refusal;
     }
     if (description.markedChoice(option) == choice)

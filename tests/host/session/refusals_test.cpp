@@ -51,6 +51,12 @@ TEST_F(SessionRefusals, UnknownChoicesAreRefusedInTheOptionsWords) {
     }
 }
 
+TEST_F(SessionRefusals, AChoiceOfTwoLinesIsToldInOne) { // a PPD's default may be one
+    open();
+    EXPECT_FALSE(ask("InkMedia", "Card\nboard"));
+    EXPECT_THAT(refusal().reason, Not(HasSubstr("\n")));
+}
+
 TEST_F(SessionRefusals, AConstraintIsToldInThePpdsWords) {
     open();
     ASSERT_TRUE(ask("Tray", "Lower"));
