@@ -25,12 +25,9 @@ void PrintDialog::applyPreset(const Preset& preset) {
     userHasBegun_ = true;
     commitNumbers(*this);
     savePopulatedPanels();
-    const auto goBack = [this, choices = choicesOfSession(*session_), attributes = attributes_,
-                         copies = generalPage_->copies(), pages = generalPage_->pages(), priority = request_.priority,
-                         holdUntil = request_.holdUntil] {
-        Printer printer = printers_[static_cast<std::size_t>(printer_)];
-        printer.options = attributes; // the choices are all there
-        beginAnew(printer, choices);
+    const auto goBack = [this, choices = choicesSoFar(), copies = generalPage_->copies(), pages = generalPage_->pages(),
+                         priority = request_.priority, holdUntil = request_.holdUntil] {
+        beginAnew(printers_[static_cast<std::size_t>(printer_)], choices);
         generalPage_->setCopies(copies);
         generalPage_->setPages(pages);
         request_.priority = priority;

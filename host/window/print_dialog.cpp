@@ -265,19 +265,24 @@ void PrintDialog::choosePrinter(int index) {
     savePopulatedPanels();
     const bool isSame = session_ != nullptr && index == printer_;
     if (session_ != nullptr)
-        carried_ = choicesOfSession(*session_);
+        carried_ = choicesSoFar();
     if (printer_ >= 0)
         printers_[static_cast<std::size_t>(printer_)].ppdText.clear();
     printer_ = index;
     const Printer& printer = printers_[static_cast<std::size_t>(index)];
     const auto kept = remembered_.choices(printer);
     StartChoices choices;
-    if (carried_ && userHasBegun_ && (isSame || !kept))
+    const bool goesOn = carried_ && userHasBegun_;
+    if (goesOn && (isSame || !kept))
         choices = *carried_;
     else
         choices.choices = kept.value_or(std::vector<JobOption>());
-    if (!userHasBegun_ || !carried_)
+    if (!goesOn) {
         choices.given = request_.choices;
+    } else if (!isSame) {
+        choices.attributes = request_.choices;
+        choices.areAll = false;
+    }
     generalPage_->selectPrinter(index);
     generalPage_->setRemembers(kept.has_value());
     presetMenu_->setQueue(printer.queue ? printer.queue->queue : std::string());
@@ -327,6 +332,14 @@ void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices,
     }
     generalPage_->show(session_.get());
     fitLater();
+}
+
+// For another session with the same printer.
+StartChoices PrintDialog::choicesSoFar() const {
+    StartChoices choices = choicesOfSession(*session_);
+    choices.attributes = attributes_;
+    choices.areAll = true;
+    return choices;
 }
 
 StartedSession PrintDialog::start(const Printer& printer, const StartChoices& choices) {
@@ -814,7 +827,7 @@ void PrintDialog::print() {
     });
     generalPage_->show(session_.get());
     if (changed) {
-        beginWithPpd(*changed, choicesOfSession(*session_));
+        beginWithPpd(*changed, choicesSoFar());
         if (session_ != nullptr)
             tell((windowText(Text::PpdChanged, language_) + u' ' + message()).trimmed());
     } else if (sent)

@@ -91,6 +91,7 @@ private:
     void choosePrinter(int index);
     void beginWithPpd(const FetchedPpd& ppd, const StartChoices& choices);
     void userChoosesPrinter(int index);
+    [[nodiscard]] StartChoices choicesSoFar() const;
     [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
     void openSession(StartedSession started);
     /// What was given is told under the preset's name where it is one's, else as options that were given.

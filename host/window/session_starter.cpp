@@ -122,11 +122,16 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
     const std::set<std::string> installable = installableOptions(textOf(printer));
     std::vector<JobOption> kept = printer.options;
     started.problems = takeJobFields(kept, started.fields);
-    for (const auto* choices : {&std::as_const(kept), &start.choices, &start.given})
+    if (start.areAll)
+        kept.clear();
+    for (const auto* choices : {&std::as_const(kept), &start.choices, &start.given, &start.attributes})
         for (const JobOption& given : *choices)
             for (const MeantOption& meant : meaningOf(given, description, installable)) {
                 const bool isForPanels =
                     managed.contains(meant.option.name) || (!managed.empty() && meant.option.name == keywords::kDuplex);
+                const bool isOfTheJob = meant.kind == OptionKind::Attribute || meant.kind == OptionKind::UnknownOption;
+                if (choices == &start.attributes && !isOfTheJob)
+                    continue;
                 if (meant.kind == OptionKind::Choice && choices == &start.given && isForPanels) {
                     std::erase_if(started.forPanels, [&](const auto& each) { return each.first == meant.option.name; });
                     started.forPanels.emplace_back(meant.option.name, meant.option.value);
@@ -135,7 +140,7 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
                 } else if (meant.kind == OptionKind::PrintSetting) {
                     if (options.settings)
                         options.settings->setValueForKey(meant.option.value, meant.option.name);
-                } else if (meant.kind == OptionKind::Attribute || meant.kind == OptionKind::UnknownOption) {
+                } else if (isOfTheJob) {
                     std::erase_if(started.attributes, [&](const auto& each) { return each.name == meant.option.name; });
                     started.attributes.push_back(meant.option);
                 } else if (choices == &start.given) {

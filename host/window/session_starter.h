@@ -14,6 +14,10 @@ namespace host {
 struct StartChoices {
     std::vector<JobOption> choices; ///< by the names of job options; of equal names the last one holds
     std::vector<JobOption> given;   ///< the same, to be made on the panels' controls once they are there
+    /// The same, of which only what is the job's own counts and no choice of the printer's options.
+    std::vector<JobOption> attributes = {};
+    /// Nothing else holds: of what is kept for the printer only the job's fields count.
+    bool areAll = false;
     std::optional<printing::PrintSettings> settings = printing::PrintSettings();
     std::optional<printing::Paper> freePaper; ///< a size in points that stands for no page size of the PPD
 };

@@ -432,13 +432,25 @@ private slots:
         }
     }
 
-    void anotherPrinterKeepsWhatItHasToo() {
-        WindowUnderTest window;
+    void whatIsChosenStaysWhenThePrinterIsChosenAgain() {
+        WindowUnderTest window({.choices = {{"number-up", "2"}}});
         QCOMPARE(window.widget<QComboBox>("printerList").count(), 1);
         window.pick("paperList", "Letter");
-        window.pick("printerList", 0); // the same printer anew
+        window.pick("printerList", 0);
         QCOMPARE(window.marked("PageSize"), QString("Letter"));
         QCOMPARE(window.widget<QComboBox>("paperList").currentText(), QString("Letter"));
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(ticketOptions(window)["number-up"].toString(), QString("2"));
+        QCOMPARE(ticketOptions(window)["PageSize"].toString(), QString("Letter"));
+    }
+
+    void theDefaultStaysChosenInsteadOfWhatIsKeptForThePrinter() {
+        WindowUnderTest window({.kept = {{"PageSize", "A5"}}});
+        QCOMPARE(window.marked("PageSize"), QString("A5"));
+        window.pick("paperList", "A4");
+        window.pick("printerList", 0);
+        QCOMPARE(window.marked("PageSize"), QString("A4"));
     }
 
     void choicesThatWereGivenAreMadeOnThePanelsWithTheirRules() {

@@ -124,6 +124,26 @@ private slots:
         QVERIFY(window.widget<QPushButton>("printButton").isEnabled());
     }
 
+    void theJobsOwnOptionsStayWithAnotherPrinter() {
+        server_->addQueue("Another", kModel);
+        auto given = setup("Office");
+        given.choices = {{"number-up", "2"}, {"CVMediaType", "Glossy"}};
+        WindowUnderTest window(std::move(given));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        window.pick("paperList", "Letter");
+        auto& printers = window.widget<QComboBox>("printerList");
+        window.pick("printerList", printers.findText("Another", Qt::MatchContains));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.marked("PageSize"), QString("Letter"));
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        const auto record = server_->waitForRecord(window.dialog().printed().front().jobId);
+        QVERIFY2(record.has_value(), server_->errorLog().c_str());
+        QCOMPARE(record->options.at("number-up"), std::string("2"));
+    }
+
     void whatIsKeptForAQueueIsNoOptionOfItsJobs() {
         keepOptions("Dest Office copies=2 job-priority=77 CVMediaType=Glossy\n");
         WindowUnderTest window(setup("Office"));
