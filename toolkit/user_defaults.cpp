@@ -1,5 +1,6 @@
 #include "toolkit/user_defaults.h"
 
+#include "toolkit/files.h"
 #include "toolkit/json_values.h"
 
 #include <nlohmann/json.hpp>
@@ -18,23 +19,7 @@ namespace toolkit {
 namespace {
 
 constexpr std::uintmax_t kLargestFile = 1 << 20; // bytes; a preferences file holds a few entries
-
-// A descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    [[nodiscard]] bool isOpen() const { return number_ >= 0; }
-    [[nodiscard]] int number() const { return number_; }
-
-private:
-    int number_;
-};
+constexpr mode_t kOwnersOnly = 0600;
 
 enum class FileState { Missing, Sound, Damaged };
 
@@ -56,37 +41,6 @@ StoredDomain readDomain(const std::filesystem::path& file) {
     if (!stream || !json.is_object())
         return {.state = FileState::Damaged, .values = {}};
     return {.state = FileState::Sound, .values = *valueFromJson(json).as<ValueMap>()};
-}
-
-bool writeAll(int descriptor, std::string_view text) {
-    while (!text.empty()) {
-        const ssize_t written = ::write(descriptor, text.data(), text.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-// Puts the text in the file's place, whole or not at all. Answers 0 or the system's error number.
-int replaceFile(const std::filesystem::path& file, std::string_view text) {
-    std::string temporary = file.string() + ".XXXXXX";
-    const Descriptor descriptor(::mkstemp(temporary.data()));
-    if (!descriptor.isOpen())
-        return errno;
-    const bool written = writeAll(descriptor.number(), text) && ::fsync(descriptor.number()) == 0 &&
-                         ::rename(temporary.c_str(), file.c_str()) == 0;
-    if (written) {
-        const Descriptor folder(::open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (folder.isOpen())
-            ::fsync(folder.number());
-        return 0;
-    }
-    const int error = errno;
-    ::unlink(temporary.c_str());
-    return error == 0 ? EIO : error;
 }
 
 } // namespace
@@ -153,7 +107,8 @@ bool FileUserDefaults::writeDomain(const std::string& name, const ValueMap& chan
     std::filesystem::create_directories(folder_, error);
     if (error)
         return fail("the folder cannot be made for", error.value());
-    const Descriptor lock(::open((file.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    const FileDescriptor lock(
+        ::open((file.string() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnersOnly));
     if (!lock.isOpen())
         return fail("there is no lock beside", errno);
     while (::flock(lock.number(), LOCK_EX) != 0)
@@ -173,7 +128,7 @@ bool FileUserDefaults::writeDomain(const std::string& name, const ValueMap& chan
     std::filesystem::path target = std::filesystem::canonical(file, error); // a link stays a link to the user's place
     if (error)
         target = file;
-    if (const int failure = replaceFile(target, jsonFromValue(stored.values).dump(2) + "\n"); failure != 0)
+    if (const int failure = replaceFile(target, jsonFromValue(stored.values).dump(2) + "\n", kOwnersOnly); failure != 0)
         return fail("writing", failure);
     return true;
 }

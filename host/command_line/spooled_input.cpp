@@ -1,6 +1,7 @@
 #include "host/command_line/spooled_input.h"
 
 #include "host/jobs/job_text.h"
+#include "toolkit/files.h"
 
 #include <array>
 #include <cassert>
@@ -8,7 +9,6 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <span>
 #include <system_error>
 #include <unistd.h>
 
@@ -17,18 +17,6 @@ namespace {
 
 std::string systemError() {
     return std::generic_category().message(errno);
-}
-
-bool writeAll(int descriptor, std::span<const char> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return true;
 }
 
 std::string cannotBeKept(const std::string& source, const std::string& folder) {
@@ -49,7 +37,7 @@ std::string copyAll(int from, int to, const std::string& source, const std::stri
         if (count == 0)
             return isEmpty ? source + " holds nothing to print." : "";
         isEmpty = false;
-        if (!writeAll(to, {piece.data(), static_cast<std::size_t>(count)}))
+        if (!toolkit::writeAll(to, {piece.data(), static_cast<std::size_t>(count)}))
             return cannotBeKept(source, folder);
     }
 }
@@ -80,12 +68,8 @@ std::string SpooledInput::readFrom(int descriptor, const std::string& source) {
 
 std::string SpooledInput::readPipe(const std::string& path) {
     const std::string source = "The pipe " + quotedText(path);
-    const int pipe = ::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
-    if (pipe < 0)
-        return source + " cannot be read: " + systemError() + ".";
-    std::string failure = readFrom(pipe, source);
-    ::close(pipe);
-    return failure;
+    const toolkit::FileDescriptor pipe(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC));
+    return pipe.isOpen() ? readFrom(pipe.number(), source) : source + " cannot be read: " + systemError() + ".";
 }
 
 } // namespace host

@@ -3,6 +3,7 @@
 #include "host/jobs/job_text.h"
 #include "host/jobs/option_encoding.h"
 #include "host/jobs/option_parsing.h"
+#include "toolkit/files.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -95,48 +96,6 @@ fs::path presetsFile(PresetOwner owner) {
     return home.empty() ? fs::path() : home / ".cups" / "lpoptions";
 }
 
-/// A descriptor that is closed at the end of its scope, and with it its lock.
-struct Descriptor {
-    explicit Descriptor(int given) : number(given) {}
-    ~Descriptor() {
-        if (number >= 0)
-            ::close(number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number;
-};
-
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-/// Replaces the file by one with this content. False with errno set, and the file as it was.
-bool replaceFile(const fs::path& file, std::string_view content) {
-    std::string pattern = file.string() + ".XXXXXX";
-    const Descriptor temporary(::mkostemp(pattern.data(), O_CLOEXEC));
-    if (temporary.number < 0)
-        return false;
-    struct stat former {};
-    const mode_t mode = ::stat(file.c_str(), &former) == 0 ? former.st_mode & 0777U : 0644U;
-    if (::fchmod(temporary.number, mode) == 0 && writeAll(temporary.number, content) &&
-        ::fsync(temporary.number) == 0 && ::rename(pattern.c_str(), file.c_str()) == 0)
-        return true;
-    const int error = errno;
-    ::unlink(pattern.c_str());
-    errno = error;
-    return false;
-}
-
 std::string readLines(const fs::path& file, Lines& lines) {
     std::error_code error;
     const fs::file_status status = fs::status(file, error);
@@ -167,8 +126,8 @@ std::string changeLines(PresetOwner owner, const std::function<std::string(Lines
     std::error_code unresolved;
     if (fs::path target = fs::canonical(file, unresolved); !unresolved)
         file = std::move(target); // a link stays one
-    const Descriptor folder(::open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.number < 0 || ::flock(folder.number, LOCK_EX) != 0)
+    const toolkit::FileDescriptor folder(::open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen() || ::flock(folder.number(), LOCK_EX) != 0)
         return what + systemError() + ".";
     Lines lines;
     if (std::string failure = readLines(file, lines); !failure.empty())
@@ -178,7 +137,11 @@ std::string changeLines(PresetOwner owner, const std::function<std::string(Lines
     std::string content;
     for (const Line& line : lines)
         content += line.text + "\n";
-    return replaceFile(file, content) ? "" : what + systemError() + ".";
+    struct stat former {};
+    const mode_t permissions = ::stat(file.c_str(), &former) == 0 ? former.st_mode & 0777U : 0644U;
+    if (const int error = toolkit::replaceFile(file, content, permissions); error != 0)
+        return what + std::generic_category().message(error) + ".";
+    return "";
 }
 
 std::string refusalFor(const PresetName& preset) {
