@@ -1,12 +1,10 @@
 #include "color_settings/reference_pictures.h"
 #include "tests/color_settings/color_panel.h"
+#include "tests/support/scratch_folder.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 namespace color_settings_tests {
 namespace {
@@ -23,33 +21,23 @@ const fs::path kBuiltBundle = fs::path(CV_BINARY_DIR) / "PlugIns/CVInkQuality12.
 class OwnBundle {
 public:
     OwnBundle() {
-        std::string pattern = testing::TempDir() + "bundle-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr)
-            throw std::runtime_error("no folder for a bundle");
-        folder_ = pattern;
-        fs::create_directory(folder_ / "Resources");
-        fs::copy_file(kBuiltBundle / "Info.json", folder_ / "Info.json");
+        fs::create_directory(folder_.path() / "Resources");
+        fs::copy_file(kBuiltBundle / "Info.json", folder_.path() / "Info.json");
         for (const char* name : {"CVInkColorSetting.ui", "None.tiff", "Vivid.tiff"})
             fs::copy_file(kBuiltBundle / "Resources" / name, resource(name));
     }
-    OwnBundle(const OwnBundle&) = delete;
-    OwnBundle& operator=(const OwnBundle&) = delete;
-    ~OwnBundle() { fs::remove_all(folder_); }
 
-    [[nodiscard]] fs::path resource(const std::string& name) const { return folder_ / "Resources" / name; }
-    void spoil(const std::string& name) const {
-        fs::remove(resource(name));
-        std::ofstream(resource(name)) << "no picture";
-    }
+    [[nodiscard]] fs::path resource(const std::string& name) const { return folder_.path() / "Resources" / name; }
+    void spoil(const std::string& name) const { folder_.write(fs::path("Resources") / name, "no picture"); }
     [[nodiscard]] std::shared_ptr<toolkit::Bundle> open() const {
         toolkit::BundleView view;
         view.languages = {"en"};
         std::string error;
-        return toolkit::Bundle::open(folder_, std::move(view), error);
+        return toolkit::Bundle::open(folder_.path(), std::move(view), error);
     }
 
 private:
-    fs::path folder_;
+    const test_support::ScratchFolder folder_;
 };
 
 class ReferencePicture : public ColorPanelTest {

@@ -1,48 +1,28 @@
 #include "tests/framework/scratch_bundle.h"
 
-#include <fstream>
-#include <gtest/gtest.h>
 #include <stdexcept>
-#include <stdlib.h>
 
 namespace framework_tests {
 namespace {
 
 std::filesystem::path bundleFolder(const std::filesystem::path& folder) {
-    return folder / "kept" / "PlugIns" / "Test.plugin";
-}
-
-void writeFile(const std::filesystem::path& path, const std::string& content) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream stream(path, std::ios::binary);
-    stream << content;
-    if (!stream.flush())
-        throw std::runtime_error("cannot write " + path.string());
+    return folder / "PlugIns" / "Test.plugin";
 }
 
 } // namespace
 
 ScratchBundle::ScratchBundle() {
-    std::string name = testing::TempDir() + "framework-XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::runtime_error("no scratch folder");
-    folder_ = std::filesystem::canonical(name);
-    writeFile(
-        bundleFolder(folder_) / "Info.json",
+    folder_.write(
+        bundleFolder(folder()) / "Info.json",
         R"({"CFBundleName": "TestPanel", "CFBundleIdentifier": "test.panel", "CFBundleHelpBookName": "Test Help"})");
 }
 
-ScratchBundle::~ScratchBundle() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-}
-
 std::filesystem::path ScratchBundle::resource(const std::string& fileName) const {
-    return bundleFolder(folder_) / "Resources" / fileName;
+    return bundleFolder(folder()) / "Resources" / fileName;
 }
 
 void ScratchBundle::writeResource(const std::string& fileName, const std::string& content) const {
-    writeFile(resource(fileName), content);
+    folder_.write(resource(fileName), content);
 }
 
 void ScratchBundle::copyResource(const std::filesystem::path& file, const std::string& fileName) const {
@@ -56,7 +36,7 @@ void ScratchBundle::makeHelpBook(const std::string& panelName) const {
 
 std::shared_ptr<toolkit::Bundle> ScratchBundle::open(toolkit::BundleView view) const {
     std::string error;
-    auto bundle = toolkit::Bundle::open(bundleFolder(folder_), std::move(view), error);
+    auto bundle = toolkit::Bundle::open(bundleFolder(folder()), std::move(view), error);
     if (bundle == nullptr)
         throw std::runtime_error(error);
     return bundle;

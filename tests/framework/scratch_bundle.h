@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/scratch_folder.h"
 #include "toolkit/bundle.h"
 
 #include <filesystem>
@@ -12,12 +13,9 @@ namespace framework_tests {
 class ScratchBundle {
 public:
     ScratchBundle();
-    ~ScratchBundle();
-    ScratchBundle(const ScratchBundle&) = delete;
-    ScratchBundle& operator=(const ScratchBundle&) = delete;
 
     /// Where a bundle's folder of bundles stands: help books go into "Help" in it.
-    [[nodiscard]] std::filesystem::path folder() const { return folder_ / "kept"; }
+    [[nodiscard]] std::filesystem::path folder() const { return folder_.path() / "kept"; }
     [[nodiscard]] std::filesystem::path resource(const std::string& fileName) const;
     void writeResource(const std::string& fileName, const std::string& content) const;
     void copyResource(const std::filesystem::path& file, const std::string& fileName) const;
@@ -29,7 +27,7 @@ public:
              .languages = {"en"}, .localize = false, .strings = {}, .info = {}, .removedInfo = {}}) const;
 
 private:
-    std::filesystem::path folder_;
+    test_support::ScratchFolder folder_;
 };
 
 /// A view description with these widgets in a root of 300 by 100 points.

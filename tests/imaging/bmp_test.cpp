@@ -1,7 +1,7 @@
 #include "imaging/loading.h"
 
 #include "tests/imaging/pixels.h"
-#include "tests/imaging/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -73,7 +73,7 @@ class BmpLoading : public testing::Test {
 protected:
     /// The rows of pixels, from the top down.
     std::vector<std::vector<Pixel>> load(const Bmp& bmp) {
-        const LoadResult result = loadPicture(folder_.fileWith(bmp.bytes(), "picture.bmp"));
+        const LoadResult result = loadPicture(folder_.write("picture.bmp", bmp.bytes()));
         EXPECT_TRUE(result.picture) << result.error;
         std::vector<std::vector<Pixel>> rows;
         if (!result.picture)
@@ -89,12 +89,12 @@ protected:
     }
 
     std::string errorOf(const Bytes& bytes) {
-        const LoadResult result = loadPicture(folder_.fileWith(bytes, "bad.bmp"));
+        const LoadResult result = loadPicture(folder_.write("bad.bmp", bytes));
         EXPECT_FALSE(result.picture);
         return result.error;
     }
 
-    ScratchFolder folder_;
+    test_support::ScratchFolder folder_;
 };
 
 using Rows = std::vector<std::vector<Pixel>>;
@@ -247,7 +247,7 @@ TEST_F(BmpLoading, DamagedHeadersNeverGiveAPictureAndAnErrorAtOnce) {
         Bytes damaged = whole;
         for (int change = 0; change < 3; ++change)
             damaged[2 + noise.byte() % 68U] = noise.byte();
-        const LoadResult result = loadPicture(folder_.fileWith(damaged, "damaged.bmp"));
+        const LoadResult result = loadPicture(folder_.write("damaged.bmp", damaged));
         EXPECT_EQ(result.picture.has_value(), result.error.empty()) << result.error;
     }
 }

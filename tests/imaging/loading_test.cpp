@@ -1,7 +1,7 @@
 #include "imaging/loading.h"
 
 #include "tests/imaging/pixels.h"
-#include "tests/imaging/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,12 +25,12 @@ const Bytes kBmp = {'B', 'M', 30, 0, 0, 0, 0, 0, 0, 0, 26, 0, 0, 0, 12, 0, 0, 0,
 
 class Loading : public testing::Test {
 protected:
-    ScratchFolder folder_;
+    test_support::ScratchFolder folder_;
 };
 
 TEST_F(Loading, TheSourceNameIsTheFilesWithoutFolderAndExtension) {
     for (const auto& [file, name] : {std::pair{"Sunset.bmp", "Sunset"}, {"a.b.tiff", "a.b"}, {"None", "None"}}) {
-        const LoadResult result = loadPicture(folder_.fileWith(kBmp, file));
+        const LoadResult result = loadPicture(folder_.write(file, kBmp));
         ASSERT_TRUE(result.picture) << result.error;
         EXPECT_EQ(result.picture->sourceName(), name);
         EXPECT_THAT(result.error, IsEmpty());
@@ -38,7 +38,7 @@ TEST_F(Loading, TheSourceNameIsTheFilesWithoutFolderAndExtension) {
 }
 
 TEST_F(Loading, TheContentDecidesNotTheExtension) {
-    const LoadResult result = loadPicture(folder_.fileWith(kBmp, "picture.tiff"));
+    const LoadResult result = loadPicture(folder_.write("picture.tiff", kBmp));
     ASSERT_TRUE(result.picture) << result.error;
     EXPECT_EQ(result.picture->extent(), (Extent{1, 1}));
 }
@@ -63,7 +63,7 @@ TEST_F(Loading, APipeIsNoPictureAndIsNotWaitedFor) {
 
 TEST_F(Loading, OtherContentsAreRefused) {
     for (const Bytes& bytes : {Bytes{}, Bytes{'B'}, Bytes{'I', 'I', '*'}, Bytes{0x89, 'P', 'N', 'G', 13, 10, 26, 10}}) {
-        const LoadResult result = loadPicture(folder_.fileWith(bytes, "other"));
+        const LoadResult result = loadPicture(folder_.write("other", bytes));
         EXPECT_FALSE(result.picture);
         EXPECT_EQ(result.error, "other: neither a TIFF nor a BMP file");
     }

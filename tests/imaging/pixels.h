@@ -7,8 +7,11 @@
 #include <cstdint>
 #include <functional>
 #include <ostream>
+#include <vector>
 
 namespace imaging_tests {
+
+using Bytes = std::vector<std::uint8_t>;
 
 /// Red, green, blue, alpha.
 using Pixel = std::array<std::uint8_t, 4>;

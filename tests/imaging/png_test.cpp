@@ -1,7 +1,7 @@
 #include "imaging/png.h"
 
 #include "tests/imaging/pixels.h"
-#include "tests/imaging/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 class PngWriting : public testing::Test {
 protected:
-    ScratchFolder folder_;
+    test_support::ScratchFolder folder_;
     std::string error_;
 };
 
@@ -43,7 +43,7 @@ TEST_F(PngWriting, AReaderGetsTheSamePixels) {
 }
 
 TEST_F(PngWriting, ReplacesAFileThatIsThere) {
-    const std::string path = folder_.fileWith(Bytes(10000, 'x'), "picture.png");
+    const std::string path = folder_.write("picture.png", Bytes(10000, 'x'));
     ASSERT_TRUE(writePng(Bitmap(1, 1), path, error_)) << error_;
     EXPECT_LT(std::filesystem::file_size(path), 1000U);
 }

@@ -1,7 +1,7 @@
 #include "imaging/loading.h"
 
 #include "tests/imaging/pixels.h"
-#include "tests/imaging/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -166,7 +166,7 @@ protected:
 
     /// Loads what is expected to be refused, and checks that nothing is printed.
     LoadResult refuse(const Bytes& bytes) {
-        const std::string path = folder_.fileWith(bytes, "bad.tiff");
+        const std::string path = folder_.write("bad.tiff", bytes);
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
         LoadResult result = loadPicture(path);
@@ -175,7 +175,7 @@ protected:
         return result;
     }
 
-    ScratchFolder folder_;
+    test_support::ScratchFolder folder_;
 };
 
 TEST_F(TiffLoading, ReadsColorGreyAndPaletteOf8And16BitsInStripsAndTiles) {
@@ -327,7 +327,7 @@ void setFieldTo(Bytes& bytes, std::uint16_t tag, std::uint32_t value) {
 }
 
 TEST_F(TiffLoading, MoreThan64MegapixelsAreRefused) {
-    Bytes bytes = bytesOfFile(write({.mode = "wl"}));
+    Bytes bytes = test_support::contentsOf<Bytes>(write({.mode = "wl"}));
     for (const auto& [width, height] : {std::pair{8001U, 8000U}, {0xFFFFFFFFU, 0xFFFFFFFFU}, {65536U, 65536U}}) {
         setFieldTo(bytes, TIFFTAG_IMAGEWIDTH, width);
         setFieldTo(bytes, TIFFTAG_IMAGELENGTH, height);
@@ -341,26 +341,26 @@ TEST_F(TiffLoading, MoreThan64MegapixelsAreRefused) {
 }
 
 TEST_F(TiffLoading, APictureWithoutPixelsIsRefused) {
-    Bytes bytes = bytesOfFile(write({.mode = "wl"}));
+    Bytes bytes = test_support::contentsOf<Bytes>(write({.mode = "wl"}));
     setFieldTo(bytes, TIFFTAG_IMAGEWIDTH, 0);
     EXPECT_FALSE(refuse(bytes).picture);
 }
 
 TEST_F(TiffLoading, TilesOutOfProportionAreRefused) {
-    Bytes bytes = bytesOfFile(write({.tile = 16, .mode = "wl"}));
+    Bytes bytes = test_support::contentsOf<Bytes>(write({.tile = 16, .mode = "wl"}));
     setFieldTo(bytes, TIFFTAG_TILEWIDTH, 16384);
     setFieldTo(bytes, TIFFTAG_TILELENGTH, 16384);
     EXPECT_EQ(refuse(bytes).error, "bad.tiff: the picture's tiles do not fit its size");
 }
 
 TEST_F(TiffLoading, TooManySamplesPerPixelAreRefused) {
-    Bytes bytes = bytesOfFile(write({.mode = "wl"}));
+    Bytes bytes = test_support::contentsOf<Bytes>(write({.mode = "wl"}));
     setFieldTo(bytes, TIFFTAG_SAMPLESPERPIXEL, 60000);
     EXPECT_FALSE(refuse(bytes).picture);
 }
 
 TEST_F(TiffLoading, KindsThatCannotBecomeRgbAreRefusedWithTheReason) {
-    Bytes bytes = bytesOfFile(write({.mode = "wl"}));
+    Bytes bytes = test_support::contentsOf<Bytes>(write({.mode = "wl"}));
     setFieldTo(bytes, TIFFTAG_PHOTOMETRIC, 12345);
     const LoadResult result = refuse(bytes);
     EXPECT_FALSE(result.picture);
@@ -369,7 +369,7 @@ TEST_F(TiffLoading, KindsThatCannotBecomeRgbAreRefusedWithTheReason) {
 
 TEST_F(TiffLoading, AFileCutOffAnywhereGivesNoPictureAndOneLine) {
     for (const std::uint16_t compression : {COMPRESSION_NONE, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE}) {
-        const Bytes whole = bytesOfFile(write({.compression = compression}));
+        const Bytes whole = test_support::contentsOf<Bytes>(write({.compression = compression}));
         for (std::size_t size = 0; size < whole.size(); size += 7) {
             SCOPED_TRACE(testing::Message() << "compression " << compression << ", " << size << " bytes");
             const LoadResult result = refuse(Bytes(whole.begin(), whole.begin() + std::ptrdiff_t(size)));
@@ -383,7 +383,7 @@ TEST_F(TiffLoading, DamagedBytesNeverPrintAndNeverGiveAPictureAndAnErrorAtOnce) 
     Noise noise;
     for (const std::uint32_t tile : {0, 16})
         for (const std::uint16_t compression : {COMPRESSION_NONE, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE}) {
-            const Bytes whole = bytesOfFile(write({.compression = compression, .tile = tile}));
+            const Bytes whole = test_support::contentsOf<Bytes>(write({.compression = compression, .tile = tile}));
             for (int round = 0; round < 100; ++round) {
                 Bytes damaged = whole;
                 for (int change = 0; change < 3; ++change) {

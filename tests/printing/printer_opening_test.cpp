@@ -1,10 +1,8 @@
 #include "tests/printing/ppd_text.h"
+#include "tests/support/scratch_folder.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <gmock/gmock.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 
 namespace printing {
@@ -18,19 +16,8 @@ using testing::Not;
 // A folder of the test's own with a good PPD's text.
 class OpeningAPpd : public testing::Test {
 protected:
-    OpeningAPpd() {
-        std::string name = testing::TempDir() + "printing-XXXXXX";
-        if (mkdtemp(name.data()) == nullptr)
-            throw std::runtime_error("no scratch folder");
-        folder = name;
-    }
-    ~OpeningAPpd() override { std::filesystem::remove_all(folder); }
-
-    [[nodiscard]] std::string pathOf(const char* name) const { return (folder / name).string(); }
-    [[nodiscard]] std::string write(std::string_view text) const {
-        std::ofstream(pathOf("printer.ppd"), std::ios::binary) << text;
-        return pathOf("printer.ppd");
-    }
+    [[nodiscard]] std::string pathOf(const char* name) const { return folder.pathOf(name); }
+    [[nodiscard]] std::string write(std::string_view text) const { return folder.write("printer.ppd", text); }
     /// The reason for which the file is refused.
     static std::string errorOf(const std::string& path) {
         std::string error;
@@ -43,7 +30,7 @@ protected:
         return error;
     }
 
-    std::filesystem::path folder;
+    const test_support::ScratchFolder folder;
     const std::string good = ppdWith(option("CVMediaType/Media", "Plain", {"Plain/Plain Paper", "Glossy/Glossy"}));
 };
 
@@ -71,7 +58,7 @@ TEST_F(OpeningAPpd, AMissingFileIsNamedWithTheReason) {
 }
 
 TEST_F(OpeningAPpd, AFolderIsNamedAsSuch) {
-    EXPECT_THAT(errorOf(folder.string()), AllOf(HasSubstr(folder.string()), HasSubstr("folder")));
+    EXPECT_THAT(errorOf(folder.path()), AllOf(HasSubstr(folder.path().string()), HasSubstr("folder")));
 }
 
 TEST_F(OpeningAPpd, AFifoIsRefusedAtOnce) {

@@ -1,7 +1,7 @@
 // The file of the user's answers, where the disk, the folder or another process is against it: never lost, never half
 // written. The alerts go on as if nothing were stored, and the next writing tries again.
 
-#include "tests/toolkit/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include "toolkit/user_defaults.h"
 
@@ -17,10 +17,10 @@
 
 namespace {
 
+using test_support::contentsOf;
 using toolkit::FileUserDefaults;
 using toolkit::Value;
 using toolkit::ValueMap;
-using toolkit_tests::contentsOf;
 
 constexpr const char* kDomain = "com.corvane.print.pde.CVInkQuality12";
 constexpr const char* kFile = "com.corvane.print.pde.CVInkQuality12.json";
@@ -63,7 +63,7 @@ protected:
             std::distance(std::filesystem::directory_iterator(folder()), std::filesystem::directory_iterator()));
     }
 
-    toolkit_tests::ScratchFolder scratch;
+    test_support::ScratchFolder scratch;
 };
 
 TEST_F(Preferences, ADiskThatFillsUpAtAnyByteLeavesTheOldFileWhole) {

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <cups/cups.h>
 #include <fcntl.h>
-#include <fstream>
 #include <grp.h>
 #include <memory>
 #include <netinet/in.h>
@@ -46,21 +45,6 @@ constexpr const char* kSubfolders[] = {
 
 [[noreturn]] void failWithErrno(const std::string& what) {
     fail(what + ": " + std::generic_category().message(errno));
-}
-
-std::string fileContents(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream contents;
-    contents << file.rdbuf();
-    return contents.str();
-}
-
-void writeFile(const fs::path& path, const std::string& contents) {
-    std::ofstream file(path, std::ios::binary);
-    file << contents;
-    file.close();
-    if (!file)
-        fail("cannot write " + path.string());
 }
 
 /// Asks until the answer is yes or the deadline is over; the last answer.
@@ -132,12 +116,7 @@ PrivateCupsd::PrivateCupsd() : PrivateCupsd(Options{}) {}
 
 PrivateCupsd::PrivateCupsd(const Options& options) {
     prepareFolder(options);
-    try {
-        start(options);
-    } catch (...) {
-        fs::remove_all(folder_);
-        throw;
-    }
+    start(options);
 }
 
 PrivateCupsd::~PrivateCupsd() {
@@ -145,12 +124,10 @@ PrivateCupsd::~PrivateCupsd() {
     // A printer that still waits has no server that ends it.
     if (const int gate = ::open((recordFolder() / "gate").c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC); gate >= 0)
         ::close(gate);
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
 }
 
 std::string PrivateCupsd::socket() const {
-    return folder_ / "socket";
+    return folder() / "socket";
 }
 
 std::string PrivateCupsd::hostAndPort() const {
@@ -158,59 +135,54 @@ std::string PrivateCupsd::hostAndPort() const {
 }
 
 fs::path PrivateCupsd::recordFolder() const {
-    return folder_ / "records";
+    return folder() / "records";
 }
 
 std::string PrivateCupsd::errorLog() const {
-    return fileContents(folder_ / "log/error");
+    return contentsOf(folder() / "log/error");
 }
 
 void PrivateCupsd::prepareFolder(const Options& options) {
-    std::string pattern = fs::temp_directory_path() / "private-cupsd-XXXXXX";
-    if (::mkdtemp(pattern.data()) == nullptr)
-        failWithErrno("cannot make " + pattern);
-    folder_ = pattern;
-    fs::permissions(folder_, fs::perms(0755)); // filters of another user pass through it
     for (const char* name : kSubfolders)
-        fs::create_directory(folder_ / name);
+        fs::create_directory(folder() / name);
     const fs::path support = fs::path(CV_SOURCE_DIR) / "tests/support";
-    fs::copy_file(support / "recording_filter.sh", folder_ / "bin/filter/recording_filter");
-    fs::copy_file(support / "recording_backend.sh", folder_ / "bin/backend/recorder");
-    fs::create_symlink(kSystemHelper, folder_ / "bin/daemon/cups-exec");
-    writeFile(folder_ / "share/mime/mime.types", "application/octet-stream string(0,#CUPS-BANNER)\n"
-                                                 "application/vnd.cups-raw\n");
+    fs::copy_file(support / "recording_filter.sh", folder() / "bin/filter/recording_filter");
+    fs::copy_file(support / "recording_backend.sh", folder() / "bin/backend/recorder");
+    fs::create_symlink(kSystemHelper, folder() / "bin/daemon/cups-exec");
+    folder_.write("share/mime/mime.types", "application/octet-stream string(0,#CUPS-BANNER)\n"
+                                           "application/vnd.cups-raw\n");
     for (const char* sheet : {"classified", "secret"}) // for "job-sheets"
-        writeFile(folder_ / "share/banners" / sheet, "#CUPS-BANNER\n");
-    writeFile(folder_ / "share/mime/mime.convs", "");
-    const fs::path gate = folder_ / "records/gate";
+        folder_.write(fs::path("share/banners") / sheet, "#CUPS-BANNER\n");
+    folder_.write("share/mime/mime.convs", "");
+    const fs::path gate = folder() / "records/gate";
     if (::mkfifo(gate.c_str(), 0600) != 0 || ::chmod(gate.c_str(), 0666) != 0)
         failWithErrno("cannot make " + gate.string());
     if (::geteuid() != 0)
         return;
     if (options.user.empty()) {
         const passwd service = userNamed(kServiceUser);
-        if (::chown((folder_ / "records").c_str(), service.pw_uid, service.pw_gid) != 0)
+        if (::chown((folder() / "records").c_str(), service.pw_uid, service.pw_gid) != 0)
             failWithErrno("cannot give the records to " + std::string(kServiceUser));
         return;
     }
     const passwd owner = userNamed(options.user);
-    for (const auto& entry : fs::recursive_directory_iterator(folder_))
+    for (const auto& entry : fs::recursive_directory_iterator(folder()))
         if (::lchown(entry.path().c_str(), owner.pw_uid, owner.pw_gid) != 0)
             failWithErrno("cannot give " + entry.path().string() + " to " + options.user);
-    if (::chown(folder_.c_str(), owner.pw_uid, owner.pw_gid) != 0)
-        failWithErrno("cannot give " + folder_.string() + " to " + options.user);
+    if (::chown(folder().c_str(), owner.pw_uid, owner.pw_gid) != 0)
+        failWithErrno("cannot give " + folder().string() + " to " + options.user);
 }
 
 void PrivateCupsd::writeConfiguration(const Options& options) const {
-    const std::string root = folder_.string();
-    writeFile(folder_ / "etc/cupsd.conf", "Listen " + socket() + "\nListen " + hostAndPort() +
-                                              "\nLogLevel info\nDirtyCleanInterval 0\nBrowsing No\nWebInterface No\n"
-                                              "DefaultAuthType None\nIdleExitTimeout 0\n"
-                                              "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
-                                              "<Policy default>\n  JobPrivateAccess all\n  JobPrivateValues none\n"
-                                              "  <Limit All>\n    Order deny,allow\n    Allow all\n  </Limit>\n"
-                                              "</Policy>\n" +
-                                              options.configuration);
+    const std::string root = folder().string();
+    folder_.write("etc/cupsd.conf", "Listen " + socket() + "\nListen " + hostAndPort() +
+                                        "\nLogLevel info\nDirtyCleanInterval 0\nBrowsing No\nWebInterface No\n"
+                                        "DefaultAuthType None\nIdleExitTimeout 0\n"
+                                        "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n"
+                                        "<Policy default>\n  JobPrivateAccess all\n  JobPrivateValues none\n"
+                                        "  <Limit All>\n    Order deny,allow\n    Allow all\n  </Limit>\n"
+                                        "</Policy>\n" +
+                                        options.configuration);
     std::string files = "FatalErrors all\nSetEnv CV_RECORDS " + root + "/records\n";
     constexpr std::pair<const char*, const char*> kPlaces[] = {
         {"ServerRoot", "etc"},     {"ServerBin", "bin"},     {"DataDir", "share"},      {"CacheDir", "cache"},
@@ -221,7 +193,7 @@ void PrivateCupsd::writeConfiguration(const Options& options) const {
         files += std::string(directive) + " " + root + "/" + place + "\n";
     if (::geteuid() == 0 && options.user.empty())
         files += "User " + std::string(kServiceUser) + "\nGroup " + kServiceUser + "\n";
-    writeFile(folder_ / "etc/cups-files.conf", files);
+    folder_.write("etc/cups-files.conf", files);
 }
 
 bool PrivateCupsd::answers() const {
@@ -237,8 +209,9 @@ void PrivateCupsd::start(const Options& options) {
     for (int attempt = 0; attempt < kPortAttempts; ++attempt) { // the port may be taken until the server has it
         port_ = freeLoopbackPort();
         writeConfiguration(options);
-        pid_ = spawn({"/usr/sbin/cupsd", "-f", "-c", folder_ / "etc/cupsd.conf", "-s", folder_ / "etc/cups-files.conf"},
-                     folder_ / "log/output", user ? &*user : nullptr, socket());
+        pid_ =
+            spawn({"/usr/sbin/cupsd", "-f", "-c", folder() / "etc/cupsd.conf", "-s", folder() / "etc/cups-files.conf"},
+                  folder() / "log/output", user ? &*user : nullptr, socket());
         if (pid_ < 0)
             failWithErrno("cannot start a process");
         bool ended = false;
@@ -252,23 +225,23 @@ void PrivateCupsd::start(const Options& options) {
             pid_ = -1;
         kill();
     }
-    fail("it did not start: " + fileContents(folder_ / "log/output") + errorLog());
+    fail("it did not start: " + contentsOf(folder() / "log/output") + errorLog());
 }
 
 void PrivateCupsd::runClient(const std::vector<std::string>& arguments) const {
-    const fs::path output = folder_ / "client-output";
+    const fs::path output = folder() / "client-output";
     const pid_t child = spawn(arguments, output, nullptr, socket());
     int status = 0;
     if (child < 0 || ::waitpid(child, &status, 0) != child || status != 0)
-        fail(arguments.front() + " failed: " + fileContents(output));
+        fail(arguments.front() + " failed: " + contentsOf(output));
 }
 
 void PrivateCupsd::addQueue(const std::string& name, const fs::path& ppd, const Printer& printer) {
-    const std::string text = fileContents(ppd);
+    const std::string text = contentsOf(ppd);
     if (text.empty())
         fail("cannot read the PPD " + ppd.string());
-    const fs::path copy = folder_ / "queue.ppd";
-    writeFile(copy, withRecordingFilter(text));
+    const fs::path copy = folder() / "queue.ppd";
+    folder_.write(copy, withRecordingFilter(text));
     const std::string address = "recorder:/filter/" + std::to_string(printer.filterStatus) +
                                 (printer.reason.empty() ? "" : "/reason/" + printer.reason) +
                                 (printer.waits ? "/waits" : "") + "/exit/" + std::to_string(printer.backendStatus);
@@ -325,13 +298,13 @@ std::optional<JobRecord> PrivateCupsd::waitForRecord(int jobId, milliseconds dea
     const fs::path arguments = stem.string() + ".arguments";
     if (!becomesTrue(deadline, [&arguments] { return fs::exists(arguments); }))
         return std::nullopt;
-    std::istringstream stream(fileContents(arguments));
+    std::istringstream stream(contentsOf(arguments));
     std::vector<std::string> words;
     for (std::string word; std::getline(stream, word, '\0');)
         words.push_back(word);
     if (words.size() < 5)
         fail("the record " + arguments.string() + " is damaged");
-    JobRecord record{words[1], words[2], words[3], words[4], {}, fileContents(stem.string() + ".data")};
+    JobRecord record{words[1], words[2], words[3], words[4], {}, contentsOf(stem.string() + ".data")};
     cups_option_t* options = nullptr;
     const int count = cupsParseOptions(record.optionText.c_str(), 0, &options);
     for (int index = 0; index < count; ++index)

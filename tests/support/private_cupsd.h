@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/scratch_folder.h"
+
 #include <chrono>
 #include <filesystem>
 #include <map>
@@ -57,7 +59,7 @@ public:
 
     std::string socket() const;      ///< absolute path
     std::string hostAndPort() const; ///< "127.0.0.1:12345"
-    const std::filesystem::path& folder() const { return folder_; }
+    const std::filesystem::path& folder() const { return folder_.path(); }
     std::filesystem::path recordFolder() const;
 
     /// Waits for the printer that waits, and lets it print.
@@ -86,7 +88,7 @@ private:
     [[nodiscard]] bool answers() const;
     void runClient(const std::vector<std::string>& arguments) const;
 
-    std::filesystem::path folder_;
+    ScratchFolder folder_; ///< filters of another user pass through it
     int port_ = 0;
     pid_t pid_ = -1;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/toolkit/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include "toolkit/bundle.h"
 #include "toolkit/view_description.h"
@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::string errorOfLoading(std::string_view form) const;
 
 private:
-    ScratchFolder scratch_;
+    test_support::ScratchFolder scratch_;
 };
 
 } // namespace toolkit_tests

@@ -202,7 +202,7 @@ TEST_F(BundleOf, AResourceIsFoundByNameAndType) {
     const auto bundle = folder.open();
     const auto* path = bundle->pathForResource("Plain", "tiff");
     ASSERT_TRUE(path);
-    EXPECT_EQ(contentsOf(*path), "picture");
+    EXPECT_EQ(test_support::contentsOf(*path), "picture");
     EXPECT_EQ(folder.open()->pathForResource("Plain", "pdf"), nullptr);
     EXPECT_EQ(folder.open()->pathForResource("plain", "tiff"), nullptr);
     EXPECT_EQ(folder.open()->pathForResource("Glossy", "tiff"), nullptr);

@@ -1,6 +1,6 @@
 #include "toolkit/user_defaults.h"
 
-#include "tests/toolkit/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <functional>
 #include <gmock/gmock.h>
@@ -14,7 +14,7 @@
 namespace toolkit {
 namespace {
 
-using namespace toolkit_tests;
+using test_support::contentsOf;
 using testing::HasSubstr;
 
 constexpr const char* kDomain = "com.corvane.test";
@@ -64,7 +64,7 @@ protected:
         return names;
     }
 
-    ScratchFolder scratch;
+    test_support::ScratchFolder scratch;
     FileUserDefaults defaults{folder()};
 };
 

@@ -213,7 +213,7 @@ class ProductForms : public testing::Test {
 protected:
     ProductForms() {
         for (const auto& entry : std::filesystem::directory_iterator(CV_SOURCE_DIR "/resources/views"))
-            folder.writeResource(entry.path().filename(), contentsOf(entry.path()));
+            folder.writeResource(entry.path().filename(), test_support::contentsOf(entry.path()));
     }
     [[nodiscard]] std::unique_ptr<LoadedViews> loadForm(const char* name) const {
         std::string error;
@@ -238,7 +238,7 @@ TEST_F(ProductForms, EveryWidgetHasAModel) {
         const auto views = loadForm(name);
         const std::regex kWidget("<widget class=\"[A-Za-z]+\" name=\"([A-Za-z0-9]+)\"");
         for (const std::string& file : files) {
-            const std::string form = contentsOf(CV_SOURCE_DIR "/resources/views/" + file + ".ui");
+            const std::string form = test_support::contentsOf(CV_SOURCE_DIR "/resources/views/" + file + ".ui");
             for (std::sregex_iterator match(form.begin(), form.end(), kWidget), end; match != end; ++match) {
                 SCOPED_TRACE((*match)[1].str());
                 EXPECT_NE(views->viewNamed((*match)[1].str()), nullptr);

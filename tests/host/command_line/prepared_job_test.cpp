@@ -1,29 +1,24 @@
 #include "host/command_line/prepared_job.h"
 
+#include "tests/support/scratch_folder.h"
 #include "toolkit/user_defaults.h"
 
 #include <algorithm>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <optional>
 #include <sstream>
 
 namespace host {
 namespace {
 
+using test_support::contentsOf;
 using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 const std::string kModel = CV_SOURCE_DIR "/resources/models/corvane-a3.ppd";
 const std::string kForeignModel = CV_SOURCE_DIR "/tests/support/recording.ppd";

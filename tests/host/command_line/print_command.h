@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/host/command_line/program_run.h"
-#include "tests/host/jobs/temporary_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -38,7 +38,7 @@ protected:
         return lines;
     }
 
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
     std::map<std::string, std::string> environment_ = {
         {"HOME", folder_.path()}, {"LANG", "C"}, {"LANGUAGE", "en"}, {"CUPS_SERVER", folder_.path() / "no-socket"}};
 };

@@ -1,6 +1,6 @@
 #include "tests/host/command_line/program_run.h"
 
-#include "tests/host/jobs/temporary_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <array>
 #include <cstdlib>
@@ -26,7 +26,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
 } // namespace
 
 ProgramResult runProgram(const ProgramRun& run) {
-    const TemporaryFolder folder;
+    const ScratchFolder folder;
     const std::string input = folder.write("input", run.input);
     const std::string output = folder.path() / "output", errors = folder.path() / "errors";
     std::vector<std::string> arguments = run.arguments;

@@ -1,6 +1,6 @@
 #include "host/command_line/spooled_input.h"
 #include "tests/host/jobs/plain_user.h"
-#include "tests/host/jobs/temporary_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <array>
 #include <csignal>
@@ -17,7 +17,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 
 TEST(SpooledInputFile, IsReadAnyNumberOfTimesAndHasNoName) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     std::array<int, 2> pipe{};
     ASSERT_EQ(::pipe(pipe.data()), 0);
     ASSERT_EQ(::write(pipe[1], "a page", 6), 6);
@@ -33,7 +33,7 @@ TEST(SpooledInputFile, IsReadAnyNumberOfTimesAndHasNoName) {
 }
 
 TEST(SpooledInputFile, ThatFindsNoRoomSaysWhereAndWhatToDo) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const std::string document = folder.write("document", "more than there is room for");
     std::filesystem::permissions(folder.path(), std::filesystem::perms::all);
     const std::string error = test_support::asPlainUser([&] {
@@ -49,7 +49,7 @@ TEST(SpooledInputFile, ThatFindsNoRoomSaysWhereAndWhatToDo) {
 }
 
 TEST(SpooledInputFile, ThatCannotBeMadeSaysWhereAndWhatToDo) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const std::string document = folder.write("document", "a page");
     std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
     const std::string error = test_support::asPlainUser([&] {

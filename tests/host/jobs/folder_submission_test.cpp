@@ -1,6 +1,6 @@
 #include "host/jobs/folder_submission.h"
 #include "tests/host/jobs/plain_user.h"
-#include "tests/host/jobs/temporary_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -38,8 +38,8 @@ protected:
         return nlohmann::json::parse(contentsOf(result.path));
     }
 
-    const test_support::TemporaryFolder documents_;
-    const test_support::TemporaryFolder out_;
+    const test_support::ScratchFolder documents_;
+    const test_support::ScratchFolder out_;
 };
 
 TEST_F(FolderSubmission, TheTicketSaysWhatTheJobIs) {

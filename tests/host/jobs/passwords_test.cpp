@@ -37,7 +37,7 @@ protected:
     }
 
     const FakePrintServer server_{{}, "ann:right word"};
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
     const std::string contents_ = test_support::variedBytes(1'000'000);
     std::vector<PasswordQuestion> questions_;
 };
@@ -131,7 +131,7 @@ protected:
 
     test_support::PrivateCupsd server_{
         {.user = {}, .configuration = "<Location /printers>\n  AuthType Basic\n  Require valid-user\n</Location>\n"}};
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
 };
 
 TEST_F(GuardedQueues, AreOpenOverTheServersOwnSocket) {

@@ -47,7 +47,7 @@ protected:
         folder_.write(".cups/lpoptions", lines);
     }
 
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
 };
 
 TEST_F(Presets, AreInstancesInTheUsersFile) {

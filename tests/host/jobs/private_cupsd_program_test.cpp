@@ -1,4 +1,4 @@
-#include "tests/host/jobs/temporary_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -14,7 +14,7 @@ const std::string kProgram = PRIVATE_CUPSD_PROGRAM;
 const std::string kPpd = CV_SOURCE_DIR "/tests/support/recording.ppd";
 
 /// Runs it with a shell script as its command; the exit status.
-int runBeside(const test_support::TemporaryFolder& folder, const std::string& script) {
+int runBeside(const test_support::ScratchFolder& folder, const std::string& script) {
     const std::string file = folder.write("script", script);
     const std::string output = folder.path() / "output";
     const int status = std::system( // paths of our own, without quotes or blanks
@@ -24,7 +24,7 @@ int runBeside(const test_support::TemporaryFolder& folder, const std::string& sc
 }
 
 TEST(PrivateCupsdProgram, TheCommandFindsTheServerAndItsQueue) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const int status = runBeside(folder, "test -S \"$PRIVATE_CUPSD_SOCKET\" || exit 1\n"
                                          "test -d \"$PRIVATE_CUPSD_RECORDS\" || exit 2\n"
                                          "lpstat -h \"$PRIVATE_CUPSD_ADDRESS\" -a \"$PRIVATE_CUPSD_QUEUE\" || exit 3\n"
@@ -36,7 +36,7 @@ TEST(PrivateCupsdProgram, TheCommandFindsTheServerAndItsQueue) {
 }
 
 TEST(PrivateCupsdProgram, TheExitStatusIsTheCommandsAndTheServerIsGone) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     EXPECT_EQ(runBeside(folder, "echo \"$PRIVATE_CUPSD_SOCKET\"\nexit 37\n"), 37);
     std::string socket = test_support::contentsOf(folder.path() / "output");
     socket.pop_back();

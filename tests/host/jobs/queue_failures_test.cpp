@@ -212,7 +212,7 @@ protected:
     }
 
     PrivateCupsd server_;
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
     bool isFrozen_ = false;
 };
 
@@ -311,7 +311,7 @@ INSTANTIATE_TEST_SUITE_P(Roads, QueueFailures, testing::Values(Road::Socket, Roa
 TEST(QueueLimits, ADocumentOverTheServersLimitIsSaidToBeTooLarge) {
     PrivateCupsd server({.configuration = "MaxRequestSize 200k\n"});
     server.addQueue(kQueue, kRecordingPpd);
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const JobRequest job{.documentPath = folder.write("page.txt", largeContents()), .title = "Page"};
     for (const std::string& address : {server.socket(), server.hostAndPort()}) {
         const JobResult result = submitToQueue({address, kQueue}, job);
@@ -350,7 +350,7 @@ constexpr Breakdown kBreakdowns[] = {
 };
 
 TEST(QueueBreakdowns, EachIsToldInTimeAndLeavesNoJobUnsaid) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const JobRequest job{.documentPath = folder.write("page.txt", largeContents()), .title = "Page"};
     for (const auto& [operation, reply, told, leavesJob] : kBreakdowns) {
         SCOPED_TRACE(std::string(ippOpString(static_cast<ipp_op_t>(operation))) + ": " + told);
@@ -372,7 +372,7 @@ TEST(QueueBreakdowns, EachIsToldInTimeAndLeavesNoJobUnsaid) {
 }
 
 TEST(QueueBreakdowns, AServerThatAnswersGetsAllBytes) {
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const test_support::FakePrintServer server({});
     const JobResult result = submitToQueue({server.hostAndPort(), kQueue},
                                            {.documentPath = folder.write("page.txt", largeContents())}, kShortLimits);
@@ -385,7 +385,7 @@ TEST(QueueLimits, AServerThatWantsAPasswordIsNotAskedOnTheTerminal) {
                                           "Order deny,allow\nAllow all\n</Limit>\n</Policy>\n"
                                           "<Location /printers>\nAuthType Basic\nRequire valid-user\n</Location>\n"});
     server.addQueue(kQueue, kRecordingPpd);
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const JobResult result =
         submitToQueue({server.hostAndPort(), kQueue}, {.documentPath = folder.write("page.txt", "x"), .title = "Page"});
     EXPECT_FALSE(result.ok);

@@ -197,7 +197,7 @@ TEST_F(QueueSubmission, AServerWithoutHistoryCountsAsConfirmation) {
 TEST(QueueSubmissionAsPlainUser, AJobReachesAPlainUsersServer) {
     PrivateCupsd server({.user = test_support::plainUser()});
     server.addQueue(kQueue, kRecordingPpd);
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const JobRequest job{
         .documentPath = folder.write("page.txt", "plain\n"), .title = "Plain", .options = {{"InkMedia", "Glossy"}}};
     const std::string answer = test_support::asPlainUser([&] {
@@ -214,7 +214,7 @@ TEST(QueueSubmissionAsPlainUser, AJobReachesAPlainUsersServer) {
 TEST(QueueSubmissionAsPlainUser, AJobReachesTheTestersOwnServer) {
     PrivateCupsd server;
     server.addQueue(kQueue, kRecordingPpd);
-    const test_support::TemporaryFolder folder;
+    const test_support::ScratchFolder folder;
     const JobRequest job{.documentPath = folder.write("page.txt", "plain\n"), .title = "Plain"};
     const std::string answer = test_support::asPlainUser([&] {
         const JobResult result = submitToQueue({server.socket(), kQueue}, job);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/jobs/queue_submission.h"
-#include "tests/host/jobs/temporary_folder.h"
 #include "tests/support/private_cupsd.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ protected:
         return record.value_or(test_support::JobRecord{});
     }
 
-    const test_support::TemporaryFolder folder_;
+    const test_support::ScratchFolder folder_;
 
 private:
     inline static std::unique_ptr<test_support::PrivateCupsd> server_;

@@ -1,10 +1,8 @@
 #include "host/session/help_books.h"
+#include "tests/support/scratch_folder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <fstream>
 
 namespace host {
 namespace {
@@ -15,17 +13,12 @@ namespace fs = std::filesystem;
 class HelpPages : public testing::Test {
 protected:
     HelpPages() {
-        std::string name = (fs::temp_directory_path() / "help-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-        for (const char* page : {"en/index.html", "en/more.html", "ja/index.html"}) {
-            fs::create_directories((folder / page).parent_path());
-            std::ofstream(folder / page) << page;
-        }
+        for (const char* page : {"en/index.html", "en/more.html", "ja/index.html"})
+            scratch.write(page, page);
         write(kBook);
     }
-    ~HelpPages() override { fs::remove_all(folder); }
 
-    void write(const std::string& json) const { std::ofstream(folder / "book.json") << json; }
+    void write(const std::string& json) const { scratch.write("book.json", json); }
     [[nodiscard]] std::string page(const std::string& anchor, const std::vector<std::string>& languages,
                                    const std::string& book = "Book") const {
         const auto found = books.pageForAnchor(anchor, book, languages);
@@ -34,7 +27,8 @@ protected:
 
     static constexpr const char* kBook =
         R"({"name": "Book", "anchors": {"Start": "index.html", "More": "more.html"}, "languages": ["en", "ja"]})";
-    fs::path folder;
+    const test_support::ScratchFolder scratch;
+    const fs::path folder = scratch.path();
     HelpBooks books;
 };
 
@@ -73,7 +67,7 @@ TEST_F(HelpPages, AFolderThatHoldsNoBookIsNotRegistered) {
 }
 
 TEST_F(HelpPages, PagesAndLanguagesStayWithinTheBook) {
-    std::ofstream(folder / "secret.html") << "not of a language";
+    scratch.write("secret.html", "not of a language");
     write(R"({"name": "Book", "languages": ["..", "en/..", "", ".", 5, "en"],
               "anchors": {"Up": "../secret.html", "Root": "/etc/passwd", "Hidden": ".html", "Number": 5,
                           "Start": "index.html"}})");

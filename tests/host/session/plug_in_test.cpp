@@ -1,7 +1,6 @@
 #include "host/session/plug_in.h"
 #include "tests/host/session/fake_dialog.h"
-
-#include <fstream>
+#include "tests/support/scratch_folder.h"
 
 namespace host {
 namespace {
@@ -13,17 +12,11 @@ using testing::MatchesRegex;
 /// A folder for broken bundles.
 class PlugInLoading : public testing::Test {
 protected:
-    PlugInLoading() {
-        std::string name = (std::filesystem::temp_directory_path() / "plug-in-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-    }
-    ~PlugInLoading() override { std::filesystem::remove_all(folder); }
-
     std::filesystem::path bundleWithFile(const std::string& name, const std::string& file, const std::string& content) {
-        const std::filesystem::path bundle = folder / name;
+        const std::filesystem::path bundle = folder.path() / name;
         std::filesystem::create_directories(bundle);
         if (!file.empty())
-            std::ofstream(bundle / file) << content;
+            folder.write(std::filesystem::path(name) / file, content);
         return bundle;
     }
 
@@ -36,7 +29,7 @@ protected:
         return error;
     }
 
-    std::filesystem::path folder;
+    const test_support::ScratchFolder folder;
 };
 
 TEST_F(PlugInLoading, ABundleOfThisInterfaceIsLoadedOnce) {
@@ -68,7 +61,7 @@ TEST_F(PlugInLoading, ASharedObjectWithoutTheEntryIsNoPlugIn) {
 }
 
 TEST_F(PlugInLoading, AMissingBundleIsRefused) {
-    refusalOf(folder / "missing.plugin");
+    refusalOf(folder.path() / "missing.plugin");
 }
 
 TEST_F(PlugInLoading, ABundleWithoutItsInfoIsRefused) {
