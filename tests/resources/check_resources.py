@@ -415,6 +415,11 @@ class HelpBooks(unittest.TestCase):
         for book, _, _, language, text in self.pages():
             self.assertEqual(Page(text).ids, english[book], f"{book}: {language}")
 
+    def test_everyLanguageListsTheSame(self):
+        listed = {book: text.count("<li>") for book, _, _, language, text in self.pages() if language == "en"}
+        for book, _, _, language, text in self.pages():
+            self.assertEqual(text.count("<li>"), listed[book], f"{book}: {language}")
+
     def test_everyOptionOfThePanelIsExplained(self):
         info = json.loads((RESOURCES / "Info.json").read_text())
         ppds = [Ppd("corvane-a3"), Ppd("corvane-mirror")]
