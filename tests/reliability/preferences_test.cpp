@@ -1,13 +1,13 @@
 // The file of the user's answers, where the disk, the folder or another process is against it: never lost, never half
 // written. The alerts go on as if nothing were stored, and the next writing tries again.
 
+#include "tests/support/child_process.h"
 #include "tests/support/scratch_folder.h"
 
 #include "toolkit/user_defaults.h"
 
 #include <climits>
 #include <csignal>
-#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -17,30 +17,13 @@
 
 namespace {
 
-using test_support::contentsOf;
+using namespace test_support;
 using toolkit::FileUserDefaults;
 using toolkit::Value;
 using toolkit::ValueMap;
 
 constexpr const char* kDomain = "com.corvane.print.pde.CVInkQuality12";
 constexpr const char* kFile = "com.corvane.print.pde.CVInkQuality12.json";
-
-pid_t startProcess(const std::function<bool()>& work) {
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(work() ? 0 : 1);
-    return child;
-}
-
-int statusOf(pid_t child) {
-    int status = -1;
-    return ::waitpid(child, &status, 0) == child ? status : -1;
-}
-
-bool succeeded(pid_t child) {
-    const int status = statusOf(child);
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 class Preferences : public testing::Test {
 protected:
@@ -63,7 +46,7 @@ protected:
             std::distance(std::filesystem::directory_iterator(folder()), std::filesystem::directory_iterator()));
     }
 
-    test_support::ScratchFolder scratch;
+    ScratchFolder scratch;
 };
 
 TEST_F(Preferences, ADiskThatFillsUpAtAnyByteLeavesTheOldFileWhole) {

@@ -1,36 +1,22 @@
 #include "toolkit/user_defaults.h"
 
+#include "tests/support/child_process.h"
 #include "tests/support/scratch_folder.h"
 
-#include <functional>
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace toolkit {
 namespace {
 
-using test_support::contentsOf;
+using namespace test_support;
 using testing::HasSubstr;
 
 constexpr const char* kDomain = "com.corvane.test";
-
-// Starts a process of its own that does the work and ends; its exit status is 0 where the work answers true.
-pid_t startProcess(const std::function<bool()>& work) {
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(work() ? 0 : 1);
-    return child;
-}
-
-bool succeeded(pid_t child) {
-    int status = -1;
-    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 class FileDefaults : public testing::Test {
 protected:
@@ -64,7 +50,7 @@ protected:
         return names;
     }
 
-    test_support::ScratchFolder scratch;
+    ScratchFolder scratch;
     FileUserDefaults defaults{folder()};
 };
 
