@@ -28,25 +28,47 @@ constexpr CharacterRange kWideRanges[] = {
     {0x20000, 0x3FFFD}, // CJK extensions B and later
 };
 
+// What may follow a first byte. The second byte's range keeps out overlong forms, surrogates and what lies above
+// U+10FFFF.
+struct SequenceForm {
+    unsigned char firstLow, firstHigh;
+    unsigned char secondLow, secondHigh;
+    std::size_t length;
+};
+
+constexpr SequenceForm kSequenceForms[] = {
+    // first byte   second byte  bytes
+    {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3}, {0xED, 0xED, 0x80, 0x9F, 3},
+    {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
+};
+
 } // namespace
+
+std::size_t characterLength(std::string_view text) {
+    const auto byteAt = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    const unsigned char first = byteAt(0);
+    if (first < 0x80U)
+        return 1;
+    const auto form = std::ranges::find_if(
+        kSequenceForms, [first](const auto& row) { return row.firstLow <= first && first <= row.firstHigh; });
+    if (form == std::end(kSequenceForms) || text.size() < form->length || byteAt(1) < form->secondLow ||
+        byteAt(1) > form->secondHigh)
+        return 0;
+    for (std::size_t index = 2; index < form->length; ++index)
+        if ((byteAt(index) & 0xC0U) != 0x80U)
+            return 0;
+    return form->length;
+}
 
 char32_t takeCharacter(std::string_view& text) {
     constexpr char32_t kReplacement = 0xFFFD;
-    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned lead = byte(0);
-    const std::size_t length = lead < 0x80   ? 1
-                               : lead < 0xC2 ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    bool sound = length != 0 && length <= text.size();
-    for (std::size_t index = 1; sound && index < length; ++index)
-        sound = (byte(index) & 0xC0) == 0x80;
-    if (!sound) {
+    const std::size_t length = characterLength(text);
+    if (length == 0) {
         text.remove_prefix(1);
         return kReplacement;
     }
+    const auto byte = [&](std::size_t index) { return static_cast<unsigned char>(text[index]); };
+    const unsigned lead = byte(0);
     char32_t character = length == 1 ? lead : lead & (0xFFu >> (length + 1));
     for (std::size_t index = 1; index < length; ++index)
         character = character << 6 | (byte(index) & 0x3F);

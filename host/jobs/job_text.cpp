@@ -1,6 +1,7 @@
 #include "host/jobs/job_text.h"
 
 #include "host/jobs/job.h"
+#include "toolkit/unicode.h"
 
 #include <algorithm>
 
@@ -11,43 +12,8 @@ constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 constexpr std::size_t kMaximumQuotedBytes = 200;
 constexpr int kMaximumCopies = 9999;
 
-bool isContinuation(unsigned char byte) {
-    return (byte & 0xC0U) == 0x80U;
-}
-
 bool isControl(unsigned char byte) {
     return byte < 0x20U || byte == 0x7FU;
-}
-
-/// What may follow a first byte. The second byte's range keeps out overlong forms, surrogates and what lies above
-/// U+10FFFF.
-struct SequenceForm {
-    unsigned char firstLow, firstHigh;
-    unsigned char secondLow, secondHigh;
-    std::size_t length;
-};
-
-constexpr SequenceForm kSequenceForms[] = {
-    // first byte   second byte  bytes
-    {0xC2, 0xDF, 0x80, 0xBF, 2}, {0xE0, 0xE0, 0xA0, 0xBF, 3}, {0xE1, 0xEC, 0x80, 0xBF, 3}, {0xED, 0xED, 0x80, 0x9F, 3},
-    {0xEE, 0xEF, 0x80, 0xBF, 3}, {0xF0, 0xF0, 0x90, 0xBF, 4}, {0xF1, 0xF3, 0x80, 0xBF, 4}, {0xF4, 0xF4, 0x80, 0x8F, 4},
-};
-
-/// The bytes of the character at the text's start; 0 if it is malformed.
-std::size_t characterLength(std::string_view text) {
-    const auto byteAt = [text](std::size_t index) { return static_cast<unsigned char>(text[index]); };
-    const unsigned char first = byteAt(0);
-    if (first < 0x80U)
-        return 1;
-    const auto form = std::ranges::find_if(
-        kSequenceForms, [first](const auto& row) { return row.firstLow <= first && first <= row.firstHigh; });
-    if (form == std::end(kSequenceForms) || text.size() < form->length || byteAt(1) < form->secondLow ||
-        byteAt(1) > form->secondHigh)
-        return 0;
-    for (std::size_t index = 2; index < form->length; ++index)
-        if (!isContinuation(byteAt(index)))
-            return 0;
-    return form->length;
 }
 
 std::string_view withoutOuterBlanks(std::string_view text) {
@@ -61,7 +27,7 @@ std::string_view withoutOuterBlanks(std::string_view text) {
 
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t length = characterLength(text);
+        const std::size_t length = toolkit::characterLength(text);
         if (length == 0)
             return false;
         text.remove_prefix(length);
@@ -76,7 +42,7 @@ bool hasControlCharacters(std::string_view text) {
 std::string plainText(std::string_view text, std::size_t maximumBytes) {
     std::string plain;
     while (!text.empty()) {
-        const std::size_t length = characterLength(text);
+        const std::size_t length = toolkit::characterLength(text);
         std::string_view piece = length == 0 ? kReplacementCharacter : text.substr(0, length);
         if (isControl(static_cast<unsigned char>(piece.front())))
             piece = " ";
