@@ -83,6 +83,8 @@ class Replay:
         texts = [each[3:] for each in expectations if each.startswith("#~ ")]
         try:
             expected_ok = not texts and all(pattern.get("ok", True) for pattern in patterns)
+            if expected_ok and "error" in answer:
+                raise Mismatch("the command failed: %s" % answer["error"])
             compare(answer, {"ok": expected_ok})
             if not expected_ok and not (isinstance(answer.get("error"), str) and answer["error"].endswith(".")):
                 raise Mismatch("an error is told in a sentence")
