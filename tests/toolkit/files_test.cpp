@@ -1,17 +1,17 @@
 #include "toolkit/files.h"
 
-#include "scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <iterator>
 
+using test_support::contentsOf;
+using test_support::namesIn;
+using test_support::ScratchFolder;
 using toolkit::FileDescriptor;
 using toolkit::replaceFile;
 using toolkit::writeAll;
-using toolkit_tests::contentsOf;
-using toolkit_tests::ScratchFolder;
 
 namespace {
 
@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 constexpr mode_t kOwnersOnly = 0600;
 constexpr fs::perms kForAll =
     fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read | fs::perms::others_read;
-
-std::ptrdiff_t filesIn(const ScratchFolder& folder) {
-    return std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
-}
 
 } // namespace
 
@@ -54,7 +50,7 @@ TEST(ReplaceFile, PutsTheContentInItsPlaceWithItsPermissions) {
     EXPECT_EQ(replaceFile(file, "second", 0644), 0);
     EXPECT_EQ(contentsOf(file), "second");
     EXPECT_EQ(fs::status(file).permissions(), kForAll);
-    EXPECT_EQ(filesIn(folder), 1);
+    EXPECT_EQ(namesIn(folder.path()).size(), 1U);
 }
 
 TEST(ReplaceFile, WithoutAPlaceAnswersTheSystemsErrorAndLeavesNothing) {
@@ -62,5 +58,5 @@ TEST(ReplaceFile, WithoutAPlaceAnswersTheSystemsErrorAndLeavesNothing) {
     EXPECT_EQ(replaceFile(folder.path() / "missing" / "notes", "text", kOwnersOnly), ENOENT);
     fs::create_directory(folder.path() / "notes");
     EXPECT_EQ(replaceFile(folder.path() / "notes", "text", kOwnersOnly), EISDIR);
-    EXPECT_EQ(filesIn(folder), 1);
+    EXPECT_EQ(namesIn(folder.path()).size(), 1U);
 }
