@@ -21,8 +21,8 @@ Sweep nextSweep(std::size_t bytes) {
     return last;
 }
 
-template <class RenderRun>
-void renderRows(const SourcePixels& source, const TargetPixels& target, Sweep sweep, const RenderRun& renderRun) {
+template <class Run>
+void renderRows(const SourcePixels& source, const TargetPixels& target, Sweep sweep, const Run& renderRun) {
     const std::size_t rowBytes = source.width * kBytesPerPixel;
     if (source.stride == rowBytes && target.stride == rowBytes) {
         renderRun(source.firstRow, target.firstRow, source.width * source.height);
@@ -37,10 +37,23 @@ void renderRows(const SourcePixels& source, const TargetPixels& target, Sweep sw
 } // namespace
 
 void renderPass(const ColorTransform& transform, const SourcePixels& source, const TargetPixels& target) {
+    renderPassWithVectors(0, transform, source, target);
+}
+
+std::vector<const char*> vectorsOfThisMachine() {
+    std::vector<const char*> names;
+    for (const WideRun& run : wideRuns())
+        names.push_back(run.vectors);
+    return names;
+}
+
+void renderPassWithVectors(std::size_t kind, const ColorTransform& transform, const SourcePixels& source,
+                           const TargetPixels& target) {
+    const RenderRun render = wideRuns()[kind].render;
     const RenderPlan plan = planFor(transform);
     const Sweep sweep = nextSweep(source.width * source.height * kBytesPerPixel);
     renderRows(source, target, sweep, [&](const std::uint8_t* from, std::uint8_t* to, std::size_t pixels) {
-        renderRunWide(plan, from, to, pixels, sweep);
+        render(plan, from, to, pixels, sweep);
     });
 }
 

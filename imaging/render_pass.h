@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace imaging {
 
@@ -28,6 +29,13 @@ struct TargetPixels {
 /// the exact value, rounded, by at most one. The target either is the source or does not overlap it.
 CV_IMAGING_EXPORT void renderPass(const ColorTransform& transform, const SourcePixels& source,
                                   const TargetPixels& target);
+
+/// The kinds of vectors that this machine has, by name, the widest first; never empty.
+CV_IMAGING_EXPORT std::vector<const char*> vectorsOfThisMachine();
+
+/// The same as renderPass, which takes the widest vectors, with another kind: an index of vectorsOfThisMachine().
+CV_IMAGING_EXPORT void renderPassWithVectors(std::size_t kind, const ColorTransform& transform,
+                                             const SourcePixels& source, const TargetPixels& target);
 
 /// The same without wide vectors, pixel by pixel; every byte comes out the same.
 CV_IMAGING_EXPORT void renderPassPlainly(const ColorTransform& transform, const SourcePixels& source,

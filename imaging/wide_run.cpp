@@ -3,9 +3,14 @@
 #include "imaging/plain_run.h"
 
 #include <algorithm>
+#include <hwy/base.h>
 #include <hwy/cache_control.h>
 
-// This file is compiled once for each kind of vectors; the last lines choose among them at run time.
+// This file is compiled once for each kind of vectors; the last lines list those of the machine. Other processors than
+// x86 have one kind, which is always there.
+#if !HWY_ARCH_X86
+#define HWY_COMPILE_ONLY_STATIC
+#endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "imaging/wide_run.cpp"
 #include <hwy/foreach_target.h>
@@ -245,12 +250,40 @@ HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace imaging {
+namespace {
 
-HWY_EXPORT(renderRun);
+// The library's own choice at run time would load its shared object, which takes milliseconds to measure its clock as
+// it is loaded: docs/decisions/vectors-are-chosen-here.md.
+std::vector<WideRun> runsOfThisMachine() {
+    std::vector<WideRun> runs;
+#if HWY_TARGETS & HWY_AVX3
+    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512cd") && __builtin_cpu_supports("avx512vl") &&
+        __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx2") &&
+        __builtin_cpu_supports("fma") && __builtin_cpu_supports("bmi") && __builtin_cpu_supports("bmi2"))
+        runs.push_back({"AVX-512", N_AVX3::renderRun});
+#endif
+#if HWY_TARGETS & HWY_AVX2
+    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") && __builtin_cpu_supports("bmi") &&
+        __builtin_cpu_supports("bmi2"))
+        runs.push_back({"AVX2", N_AVX2::renderRun});
+#endif
+#if HWY_TARGETS & HWY_SSE4
+    if (__builtin_cpu_supports("sse4.2") && __builtin_cpu_supports("aes") && __builtin_cpu_supports("pclmul"))
+        runs.push_back({"SSE4", N_SSE4::renderRun});
+#endif
+#if HWY_TARGETS & HWY_SSSE3
+    if (__builtin_cpu_supports("ssse3"))
+        runs.push_back({"SSSE3", N_SSSE3::renderRun});
+#endif
+    runs.push_back({"baseline", HWY_STATIC_DISPATCH(renderRun)});
+    return runs;
+}
 
-void renderRunWide(const RenderPlan& plan, const std::uint8_t* source, std::uint8_t* target, std::size_t pixels,
-                   Sweep sweep) {
-    HWY_DYNAMIC_DISPATCH(renderRun)(plan, source, target, pixels, sweep);
+} // namespace
+
+const std::vector<WideRun>& wideRuns() {
+    static const std::vector<WideRun> runs = runsOfThisMachine();
+    return runs;
 }
 
 } // namespace imaging

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace imaging {
 
@@ -14,9 +15,17 @@ enum class Sweep {
     Streaming, ///< forwards, the results past the caches
 };
 
-/// Renders a run of neighbouring pixels with the widest vectors that the machine has. The target either is the source
-/// or does not overlap it.
-void renderRunWide(const RenderPlan& plan, const std::uint8_t* source, std::uint8_t* target, std::size_t pixels,
-                   Sweep sweep);
+/// Renders a run of neighbouring pixels. The target either is the source or does not overlap it.
+using RenderRun = void (*)(const RenderPlan& plan, const std::uint8_t* source, std::uint8_t* target, std::size_t pixels,
+                           Sweep sweep);
+
+/// A way to render with one kind of vectors.
+struct WideRun {
+    const char* vectors; ///< their name
+    RenderRun render;
+};
+
+/// The ways that this machine has, the widest vectors first; never empty.
+const std::vector<WideRun>& wideRuns();
 
 } // namespace imaging

@@ -9,7 +9,6 @@
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
 #include <limits>
 #include <memory>
 #include <vector>
@@ -26,8 +25,10 @@ using imaging::Filter;
 using imaging::Picture;
 using imaging::renderPass;
 using imaging::renderPassPlainly;
+using imaging::renderPassWithVectors;
 using imaging::SourcePixels;
 using imaging::TargetPixels;
+using imaging::vectorsOfThisMachine;
 
 // The reference: one filter after the other on double-precision pixels, written from the filters' definitions.
 
@@ -261,28 +262,6 @@ std::vector<ColorTransform> transformsOfAllKinds() {
     };
 }
 
-/// Has the dispatch use one kind of vectors while it lives.
-class OnlyTarget {
-public:
-    explicit OnlyTarget(std::int64_t target) { choose(target); }
-    OnlyTarget(const OnlyTarget&) = delete;
-    OnlyTarget& operator=(const OnlyTarget&) = delete;
-    ~OnlyTarget() { choose(0); }
-
-private:
-    static void choose(std::int64_t target) {
-        hwy::SetSupportedTargetsForTest(target);
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-    }
-};
-
-std::vector<std::int64_t> machinesTargets() {
-    std::vector<std::int64_t> targets;
-    for (std::int64_t left = hwy::SupportedTargets(); left != 0; left &= left - 1)
-        targets.push_back(left & -left);
-    return targets;
-}
-
 std::vector<std::uint8_t> noiseBytes(std::size_t count) {
     Noise noise;
     std::vector<std::uint8_t> bytes(count);
@@ -309,12 +288,12 @@ public:
         renderPassPlainly(transform, pixels(), {plain_.data() + layout.targetOffset, stride()});
     }
 
-    /// Whether the wide pass, with the vectors that are chosen, writes the same and nothing else. Passes go to and fro,
-    /// so that there are two.
-    testing::AssertionResult agree() {
+    /// Whether the wide pass, with that kind of vectors, writes the same and nothing else. Passes go to and fro, so
+    /// that there are two.
+    testing::AssertionResult agree(std::size_t vectors) {
         for (const char* pass : {"one way", "the other way"}) {
             wide_.assign(plain_.size(), kUntouched);
-            renderPass(transform_, pixels(), {wide_.data() + layout_.targetOffset, stride()});
+            renderPassWithVectors(vectors, transform_, pixels(), {wide_.data() + layout_.targetOffset, stride()});
             if (wide_ == plain_)
                 continue;
             const auto [at, other] = std::ranges::mismatch(wide_, plain_);
@@ -342,10 +321,9 @@ private:
 /// Whether all kinds of vectors of this machine write what the plain pass writes.
 void expectAgreement(Passes& passes, const ColorTransform& transform, const Layout& layout) {
     passes.renderPlainly(transform, layout);
-    for (const std::int64_t target : machinesTargets()) {
-        const OnlyTarget only(target);
-        EXPECT_TRUE(passes.agree()) << hwy::TargetName(target);
-    }
+    const auto vectors = vectorsOfThisMachine();
+    for (std::size_t kind = 0; kind < vectors.size(); ++kind)
+        EXPECT_TRUE(passes.agree(kind)) << vectors[kind];
 }
 
 TEST(RenderPass, PlainPassWritesOnlyThePixels) {
