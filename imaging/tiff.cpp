@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <sys/stat.h>
 #include <tiffio.h>
 #include <utility>
@@ -259,6 +261,19 @@ void storePixel(std::uint32_t value, bool isMultiplied, std::uint8_t* target) {
     target[3] = static_cast<std::uint8_t>(alpha);
 }
 
+void storeRow(std::span<const std::uint32_t> values, bool isMultiplied, std::uint8_t* target, std::ptrdiff_t along) {
+    // Most pictures need no more: libtiff's red is the lowest byte of its value, and so the first one.
+    if (std::endian::native == std::endian::little && !isMultiplied &&
+        along == static_cast<std::ptrdiff_t>(Bitmap::kBytesPerPixel)) {
+        std::memcpy(target, values.data(), values.size_bytes());
+        return;
+    }
+    for (const std::uint32_t value : values) {
+        storePixel(value, isMultiplied, target);
+        target += along;
+    }
+}
+
 /// How many rows to read at a time: whole strips or tiles, so that none is decoded twice, and not too few.
 std::uint32_t rowsAtATime(TIFF* tiff, const Size& size) {
     constexpr std::uint32_t kFewest = 64;
@@ -301,12 +316,9 @@ std::optional<Bitmap> readTiff(int descriptor, std::string& error) {
         // Some damage is reported as an error while the call succeeds.
         if (!image.readRows(firstRow, rows, paddedWidth, band.data()) || !error.empty())
             return std::nullopt;
-        for (std::uint32_t y = 0; y < rows; ++y) {
-            const std::uint32_t* value = band.data() + std::size_t{y} * paddedWidth;
-            std::uint8_t* target = placement.first + static_cast<std::ptrdiff_t>(firstRow + y) * placement.across;
-            for (std::uint32_t x = 0; x < size.width; ++x)
-                storePixel(*value++, isMultiplied, target + static_cast<std::ptrdiff_t>(x) * placement.along);
-        }
+        for (std::uint32_t y = 0; y < rows; ++y)
+            storeRow({band.data() + std::size_t{y} * paddedWidth, size.width}, isMultiplied,
+                     placement.first + static_cast<std::ptrdiff_t>(firstRow + y) * placement.across, placement.along);
     }
     return bitmap;
 }
