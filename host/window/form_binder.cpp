@@ -1,6 +1,7 @@
 #include "host/window/form_binder.h"
 
 #include "host/window/mnemonics.h"
+#include "host/window/pop_up_box.h"
 #include "host/window/widget_bindings.h"
 #include "toolkit/bundle.h"
 #include "toolkit/button.h"
@@ -24,11 +25,22 @@
 namespace host {
 namespace {
 
+class FormLoader : public QUiLoader {
+public:
+    QWidget* createWidget(const QString& type, QWidget* parent, const QString& name) override {
+        if (type != QStringLiteral("QComboBox"))
+            return QUiLoader::createWidget(type, parent, name);
+        auto* box = new PopUpBox(parent);
+        box->setObjectName(name);
+        return box;
+    }
+};
+
 // A loader would load all widgets that are installed for Designer as it is made; the forms have none but Qt's own.
 std::unique_ptr<QUiLoader> loaderWithoutPlugIns() {
     const QStringList paths = QCoreApplication::libraryPaths();
     QCoreApplication::setLibraryPaths({});
-    auto loader = std::make_unique<QUiLoader>();
+    auto loader = std::make_unique<FormLoader>();
     QCoreApplication::setLibraryPaths(paths);
     return loader;
 }

@@ -4,6 +4,7 @@
 #include "host/window/form_binder.h"
 #include "host/window/free_size_editor.h"
 #include "host/window/mnemonics.h"
+#include "host/window/pop_up_box.h"
 #include "host/window/session_starter.h"
 
 #include <QCheckBox>
@@ -29,10 +30,9 @@ QString ofUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QComboBox* makeList(const char* name) {
-    auto* list = new QComboBox;
+PopUpBox* makeList(const char* name) {
+    auto* list = new PopUpBox;
     list->setObjectName(name);
-    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     return list;
 }
@@ -66,6 +66,7 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     pagesField_->setPlaceholderText(windowText(Text::AllPages, language));
     pagesField_->setAccessibleDescription(windowText(Text::AllPages, language));
     folderField_->setObjectName("folderField");
+    scalingList_->takeWidthsFrom(*paperList_);
 
     auto* browse = new QPushButton;
     browse->setObjectName("browseButton");
@@ -220,7 +221,7 @@ void GeneralPage::fillPapers(const printing::PrinterDescription& description) {
     if (const printing::Option* sizes = description.option(keywords::kPageSize))
         for (const printing::Choice& size : sizes->choices)
             if (size.keyword != kCustom)
-                for (QComboBox* list : {paperList_, scalingList_})
+                for (PopUpBox* list : {paperList_, scalingList_})
                     list->addItem(ofUtf8(size.text), ofUtf8(size.keyword));
     if (description.allowsCustomSizes()) {
         paperList_->addItem(windowText(Text::FreeSize, language_), QString::fromUtf8(kFreeSize));

@@ -21,6 +21,7 @@ class QSpinBox;
 namespace host {
 
 class FreeSizeEditor;
+class PopUpBox;
 
 /// The host's own page: printer, paper, scaling, copies, pages, two-sided printing, output, colour matching, and
 /// whether all of it is remembered. It shows what the session holds and tells what the user chose; it changes nothing
@@ -85,14 +86,14 @@ private:
     QLabel* lookingLabel_;
     QWidget* folderRow_;
     QLineEdit* folderField_;
-    QComboBox* paperList_;
+    PopUpBox* paperList_;
     FreeSizeEditor* freeSize_;
     QSpinBox* copiesField_;
     QLineEdit* pagesField_;
     QComboBox* twoSidedList_;
     QComboBox* outputList_;
     QComboBox* colorMatchingList_;
-    QComboBox* scalingList_;
+    PopUpBox* scalingList_;
     QCheckBox* rememberBox_;
 };
 

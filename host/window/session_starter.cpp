@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <utility>
 
@@ -49,10 +47,9 @@ bool isWithin(const printing::Paper& paper, const printing::PrinterDescription& 
 }
 
 std::string textOf(const Printer& printer) {
-    if (!printer.ppdText.empty())
-        return printer.ppdText;
-    std::ifstream file(printer.ppdPath, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string error;
+    return printer.ppdText.empty() ? printing::PrinterDescription::readFile(printer.ppdPath, error).value_or("")
+                                   : printer.ppdText;
 }
 
 // The keywords of the panels' options that the printer has.

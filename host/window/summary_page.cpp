@@ -115,18 +115,21 @@ void SummaryPage::showLines(std::vector<SummaryLine> lines) {
         for (int column = 0; column < table_->columnCount(); ++column)
             item->setFont(column, font);
     }
-    if (table_->topLevelItemCount() > 0)
-        table_->setCurrentItem(table_->topLevelItem(0));
-    constexpr int kShownRows = 10; // more scroll
-    const int row = table_->sizeHintForRow(0) > 0 ? table_->sizeHintForRow(0) : table_->fontMetrics().height();
-    table_->setMinimumHeight(table_->header()->sizeHint().height() + 2 * table_->frameWidth() +
-                             row * std::clamp(static_cast<int>(lines_.size()), 1, kShownRows));
-    constexpr int kMargin = 24; // pixels, with room for a scroll bar
-    table_->setMinimumWidth(table_->header()->length() + kMargin);
+    if (!lines_.empty())
+        fitTable();
     table_->setVisible(!lines_.empty());
     nothing_->setVisible(lines_.empty());
     copyButton_->setEnabled(!lines_.empty());
     copyButton_->setAccessibleDescription(lines_.empty() ? nothing_->text() : QString());
+}
+
+void SummaryPage::fitTable() {
+    table_->setCurrentItem(table_->topLevelItem(0));
+    constexpr int kShownRows = 10; // more scroll
+    table_->setMinimumHeight(table_->header()->sizeHint().height() + 2 * table_->frameWidth() +
+                             table_->sizeHintForRow(0) * std::min(static_cast<int>(lines_.size()), kShownRows));
+    constexpr int kMargin = 24; // pixels, with room for a scroll bar
+    table_->setMinimumWidth(table_->header()->length() + kMargin);
 }
 
 } // namespace host

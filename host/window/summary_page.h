@@ -39,6 +39,8 @@ public:
     void showLines(std::vector<SummaryLine> lines);
 
 private:
+    void fitTable();
+
     Language language_;
     std::vector<SummaryLine> lines_;
     QTreeWidget* table_;

@@ -4,6 +4,7 @@
 
 #include "host/window/mnemonics.h"
 #include "host/window/pictures.h"
+#include "host/window/pop_up_box.h"
 #include "toolkit/button.h"
 #include "toolkit/image_view.h"
 #include "toolkit/label.h"
@@ -16,11 +17,10 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QComboBox>
+#include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QListView>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
@@ -113,30 +113,10 @@ void WidgetBinding::showCaption(const std::string& text) {
 
 namespace {
 
-// A click on a disabled row of a list commits nothing.
-class DisabledRows : public QObject {
-public:
-    explicit DisabledRows(QAbstractItemView& view) : QObject(&view), view_(view) {
-        view_.viewport()->installEventFilter(this);
-    }
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::MouseButtonRelease && event->type() != QEvent::MouseButtonPress)
-            return false;
-        const QModelIndex index = view_.indexAt(static_cast<QMouseEvent*>(event)->position().toPoint());
-        return index.isValid() && (index.flags() & Qt::ItemIsEnabled) == 0;
-    }
-
-private:
-    QAbstractItemView& view_;
-};
-
 class PopUpBinding final : public WidgetBinding {
 public:
-    PopUpBinding(toolkit::PopUpList& list, QComboBox& box, Context context)
+    PopUpBinding(toolkit::PopUpList& list, PopUpBox& box, Context context)
         : WidgetBinding(list, box, std::move(context)), list_(list), box_(box) {
-        box_.setSizeAdjustPolicy(QComboBox::AdjustToContents);
-        box_.setModel(new QStandardItemModel(&box_));
-        new DisabledRows(*box_.view());
         QObject::connect(&box_, &QComboBox::activated, lifetime(), [this](int index) { userPicked(index); });
         show();
     }
@@ -213,7 +193,7 @@ private:
     }
 
     toolkit::PopUpList& list_;
-    QComboBox& box_;
+    PopUpBox& box_;
     std::vector<toolkit::PopUpList::Item> shown_;
     bool known_ = false;
 };
@@ -350,29 +330,52 @@ private:
     QLabel& label_;
 };
 
+// A picture is made of the model's only where it is seen: the preview is drawn anew with each value, and stands on an
+// area that is mostly closed.
 class PictureBinding final : public WidgetBinding {
 public:
     PictureBinding(toolkit::ImageView& model, QLabel& label, Context context)
         : WidgetBinding(model, label, std::move(context)), model_(model), label_(label) {
+        label_.installEventFilter(&shown_);
         show();
     }
 
 private:
+    // Where the label's size depends on its picture, the picture is needed before.
     void show() override {
-        if (shownCount_ != model_.imageCount()) {
-            shownCount_ = model_.imageCount();
-            QPixmap pixmap = model_.image() ? pixmapOfImage(*model_.image()) : QPixmap();
-            const QSize room = label_.minimumSize();
-            if (!pixmap.isNull() && !room.isEmpty() &&
-                (pixmap.width() > room.width() || pixmap.height() > room.height()))
-                pixmap = pixmap.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-            label_.setPixmap(pixmap);
-        }
+        if (label_.isVisible() || label_.minimumSize().isEmpty())
+            showPicture();
         showVisibility();
     }
+
+    void showPicture() {
+        if (shownCount_ == model_.imageCount())
+            return;
+        shownCount_ = model_.imageCount();
+        QPixmap pixmap = model_.image() ? pixmapOfImage(*model_.image()) : QPixmap();
+        const QSize room = label_.minimumSize();
+        if (!pixmap.isNull() && !room.isEmpty() && (pixmap.width() > room.width() || pixmap.height() > room.height()))
+            pixmap = pixmap.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        label_.setPixmap(pixmap);
+    }
+
+    class WhenShown : public QObject {
+    public:
+        explicit WhenShown(PictureBinding& binding) : binding_(binding) {}
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Show)
+                binding_.showPicture();
+            return false;
+        }
+
+    private:
+        PictureBinding& binding_;
+    };
+
     toolkit::ImageView& model_;
     QLabel& label_;
     std::int64_t shownCount_ = -1;
+    WhenShown shown_{*this};
 };
 
 // A number in a spin box or on a slider. The user's change is the only one that reaches the model.
@@ -500,13 +503,13 @@ template <typename Binding, typename Model, typename Widget>
 std::unique_ptr<WidgetBinding> tryBinding(toolkit::View& model, QWidget& widget,
                                           const WidgetBinding::Context& context) {
     auto* own = dynamic_cast<Model*>(&model);
-    auto* ownWidget = qobject_cast<Widget*>(&widget);
+    auto* ownWidget = dynamic_cast<Widget*>(&widget);
     return own == nullptr || ownWidget == nullptr ? nullptr : std::make_unique<Binding>(*own, *ownWidget, context);
 }
 
 using Try = std::unique_ptr<WidgetBinding> (*)(toolkit::View&, QWidget&, const WidgetBinding::Context&);
 constexpr Try kKinds[] = {
-    tryBinding<PopUpBinding, toolkit::PopUpList, QComboBox>,
+    tryBinding<PopUpBinding, toolkit::PopUpList, PopUpBox>,
     tryBinding<MatrixBinding, toolkit::RadioMatrix, QGroupBox>,
     tryBinding<TitledBoxBinding, toolkit::TitledBox, QGroupBox>,
     tryBinding<CheckBinding, toolkit::CheckBox, QCheckBox>,
