@@ -36,9 +36,12 @@ function(cv_install_module target folder component)
   add_dependencies(installation ${target})
 endfunction()
 
-# cv_install_room(<room> <header>...)  A shared library and the headers that show it, for hosts of one's own.
+# cv_install_room(<room> <header>...)  A shared library and the headers that show it, for hosts of one's own. It stands
+# beside those that it uses in the build folder, too: a path that only installing sets would be padded there with empty
+# entries, each of which has the linker look in the current folder.
 function(cv_install_room room)
-  set_target_properties(cv_${room} PROPERTIES INSTALL_RPATH "$ORIGIN" EXPORT_NAME ${room})
+  set_target_properties(cv_${room} PROPERTIES
+    INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON EXPORT_NAME ${room})
   target_include_directories(cv_${room} INTERFACE $<INSTALL_INTERFACE:${CV_INCLUDE_DIR}>)
   target_compile_features(cv_${room} INTERFACE cxx_std_20)
   install(TARGETS cv_${room} EXPORT CorvanePanels
