@@ -355,6 +355,7 @@ std::optional<std::string> PrinterDescription::readFile(const std::string& path,
         return std::nullopt;
     }
     std::string text;
+    text.reserve(static_cast<std::size_t>(status.st_size));
     if (!readAll(file.number, text)) {
         error = what + systemError() + ".";
         return std::nullopt;

@@ -14,6 +14,7 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <sstream>
 
 namespace toolkit {
 
@@ -109,6 +110,25 @@ constexpr KindOfWidget kKinds[] = {
     {"QWidget", "", make<View>},
     {"QFrame", "", make<View>},
     {"Line", "", make<View>},
+};
+
+// The properties that no widget has.
+constexpr std::string_view kModelProperties[] = {
+    "action",  "bindEnabled", "bindTextColor", "bindValue", "columnWidth",         "companions",
+    "content", "hidden",      "kind",          "list",      "modelFrame",          "resizeAction",
+    "rows",    "selection",   "store",         "tag",       "textColorTransformer"};
+
+class ModelPropertiesOfForm : public pugi::xml_tree_walker {
+public:
+    bool for_each(pugi::xml_node& node) override {
+        const std::string_view name = node.attribute("name").value();
+        if (std::string_view(node.name()) == "property" && node.attribute("stdset") &&
+            !node.attribute("stdset").as_bool() &&
+            std::ranges::find(kModelProperties, name) != std::end(kModelProperties))
+            found.push_back(node);
+        return true;
+    }
+    std::vector<pugi::xml_node> found;
 };
 
 } // namespace
@@ -275,6 +295,19 @@ const std::vector<std::unique_ptr<View>>& LoadedViews::views() const {
 
 const std::string& LoadedViews::resizeAction() const {
     return content_->resizeAction;
+}
+
+std::string formForWidgets(std::string_view form) {
+    pugi::xml_document document;
+    if (!document.load_buffer(form.data(), form.size(), pugi::parse_default | pugi::parse_ws_pcdata_single))
+        return std::string(form);
+    ModelPropertiesOfForm properties;
+    document.traverse(properties);
+    for (pugi::xml_node& property : properties.found)
+        property.parent().remove_child(property);
+    std::ostringstream text;
+    document.save(text, "", pugi::format_raw, pugi::encoding_utf8);
+    return std::move(text).str();
 }
 
 } // namespace toolkit

@@ -48,4 +48,8 @@ private:
     View* root_ = nullptr;
 };
 
+/// A form's text as a builder of widgets needs it: without the properties that are for models alone, and without the
+/// blanks that indent its lines. Builders take their time for every letter. A text that is no XML is answered as it is.
+CV_TOOLKIT_EXPORT std::string formForWidgets(std::string_view form);
+
 } // namespace toolkit

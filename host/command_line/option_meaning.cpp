@@ -162,14 +162,15 @@ std::set<std::string> installableOptions(std::string_view ppdText) {
     constexpr std::string_view kOpenGroup = "*OpenGroup:", kCloseGroup = "*CloseGroup:", kOpenUi = "*OpenUI *";
     std::set<std::string> keywords;
     bool isInside = false;
-    std::istringstream lines{std::string(ppdText)};
-    for (std::string line; std::getline(lines, line);) {
+    while (!ppdText.empty()) {
+        const std::string_view line = ppdText.substr(0, ppdText.find('\n'));
+        ppdText.remove_prefix(std::min(line.size() + 1, ppdText.size()));
         if (line.starts_with(kOpenGroup))
-            isInside = line.find("InstallableOptions") != std::string::npos;
+            isInside = line.find("InstallableOptions") != std::string_view::npos;
         else if (line.starts_with(kCloseGroup))
             isInside = false;
         else if (isInside && line.starts_with(kOpenUi))
-            keywords.insert(
+            keywords.emplace(
                 line.substr(kOpenUi.size(), line.find_first_of("/: \t\r", kOpenUi.size()) - kOpenUi.size()));
     }
     return keywords;

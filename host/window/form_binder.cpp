@@ -143,7 +143,12 @@ FormBinder::FormBinder(const toolkit::Bundle& bundle, const std::string& name,
     }
     QFile file(QString::fromStdString(path->string()));
     const auto loader = loaderWithoutPlugIns();
-    form_ = file.open(QIODevice::ReadOnly) ? loader->load(&file) : nullptr;
+    if (file.open(QIODevice::ReadOnly)) {
+        const std::string text = toolkit::formForWidgets(file.readAll().toStdString());
+        QBuffer buffer;
+        buffer.setData(text.data(), static_cast<int>(text.size()));
+        form_ = buffer.open(QIODevice::ReadOnly) ? loader->load(&buffer) : nullptr;
+    }
     if (form_ == nullptr) {
         problems_ << QStringLiteral("The form \"%1\" cannot be loaded: %2")
                          .arg(QString::fromStdString(path->string()), loader->errorString());

@@ -83,6 +83,8 @@ void PopUpBox::changeEvent(QEvent* event) {
 }
 
 void PopUpBox::forgetSize() {
+    if (!size_.isValid())
+        return; // nobody has asked for it: a list is being filled
     size_ = {};
     widths_.clear();
     updateGeometry();

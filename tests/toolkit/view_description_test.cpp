@@ -272,5 +272,43 @@ TEST_F(ProductForms, TheColorSettingsPanelFollowsTheWindowsHeight) {
     EXPECT_EQ(loadForm("CVInkColorSetting")->resizeAction(), "updateImage:");
 }
 
+TEST(FormForWidgets, LeavesOutWhatIsForModelsAloneAndTheBlanksThatIndent) {
+    const std::string given = form(R"(
+ <widget class="QWidget" name="panelView">
+  )" + text("store", "effectContent") +
+                                   R"(
+  <property name="toolTip">
+   <string> </string>
+  </property>
+  <widget class="QSlider" name="slider">
+   )" + text("action", "setBrightness:") +
+                                   number("tag", 5) + R"(
+   )" + text("disclosedBy", "optionButton") +
+                                   R"(
+  </widget>
+  <spacer name="spacer">
+   )" + property("sizeHint", "<size><width>8</width></size>") +
+                                   R"(
+  </spacer>
+ </widget>
+)");
+    const std::string left = "<widget class=\"QWidget\" name=\"panelView\">"
+                             "<property name=\"toolTip\"><string> </string></property>"
+                             "<widget class=\"QSlider\" name=\"slider\">" +
+                             text("disclosedBy", "optionButton") + "</widget><spacer name=\"spacer\">" +
+                             property("sizeHint", "<size><width>8</width></size>") + "</spacer></widget>";
+    const std::string result = formForWidgets(given);
+    EXPECT_EQ(result.substr(result.find("<widget")), left + "</ui>");
+}
+
+TEST(FormForWidgets, LeavesAWidgetsOwnPropertyOfTheSameName) {
+    const std::string own = widget("QTableWidget", "table", "<property name=\"rows\"><number>2</number></property>");
+    EXPECT_NE(formForWidgets(form(own)).find(own), std::string::npos);
+}
+
+TEST(FormForWidgets, AnswersWhatIsNoXmlAsItIs) {
+    EXPECT_EQ(formForWidgets("<ui> <widget"), "<ui> <widget");
+}
+
 } // namespace
 } // namespace toolkit

@@ -172,6 +172,50 @@ private slots:
         box.hidePopup();
     }
 
+    void theListThatPopsUpIsMadeWhenItIsShown() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::PrintSetting);
+        auto& box = window.widget<QComboBox>("mediaTypePopup");
+        QVERIFY(box.findChild<QAbstractItemView*>() == nullptr);
+        box.showPopup();
+        QVERIFY(box.findChild<QAbstractItemView*>() != nullptr);
+        box.hidePopup();
+    }
+
+    void aListIsAsWideAsItsItems() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::PrintSetting);
+        auto& box = window.widget<QComboBox>("resolutionPopup");
+        const QString longText(80, u'm');
+        const int before = box.sizeHint().width();
+        box.addItem(longText);
+        const int wide = box.sizeHint().width();
+        QVERIFY(wide > before);
+        QVERIFY(wide > box.fontMetrics().horizontalAdvance(longText));
+        QCOMPARE(box.minimumSizeHint().width(), wide);
+        box.removeItem(box.count() - 1);
+        QCOMPARE(box.sizeHint().width(), before);
+        QFont large = box.font();
+        large.setPointSize(2 * large.pointSize());
+        box.setFont(large);
+        QVERIFY(box.sizeHint().width() > before);
+    }
+
+    void thePreviewIsDrawnWhereItIsSeen() {
+        WindowUnderTest window;
+        window.open(WindowUnderTest::ColorSetting);
+        QVERIFY(preview(window).isNull());
+        openAdjustments(window);
+        const QImage seen = preview(window);
+        QVERIFY(!seen.isNull());
+        window.click("optionButton"); // closes the area
+        dynamic_cast<toolkit::NumberField&>(window.model(WindowUnderTest::ColorSetting, "brightnessSlider"))
+            .userSetValue(20);
+        QCOMPARE(preview(window), seen);
+        window.click("optionButton");
+        QVERIFY(preview(window) != seen);
+    }
+
     void theAdvancedOptionsStandInStepWithTheirList() {
         WindowUnderTest window;
         window.open(WindowUnderTest::PrintSetting);
