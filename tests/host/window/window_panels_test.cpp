@@ -175,7 +175,7 @@ private slots:
     void theListThatPopsUpIsMadeWhenItIsShown() {
         WindowUnderTest window;
         window.open(WindowUnderTest::PrintSetting);
-        auto& box = window.widget<QComboBox>("mediaTypePopup");
+        auto& box = window.widget<QComboBox>("resolutionPopup");
         QVERIFY(box.findChild<QAbstractItemView*>() == nullptr);
         box.showPopup();
         QVERIFY(box.findChild<QAbstractItemView*>() != nullptr);
