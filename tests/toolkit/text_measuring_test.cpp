@@ -63,6 +63,9 @@ TEST_F(FixedMeasuring, ABrokenByteCountsAsOneCharacter) {
     EXPECT_EQ(width("\x80\x80"), 2 * kHalf);
     EXPECT_EQ(width("\xC3("), 2 * kHalf);
     EXPECT_EQ(width("\xE6\x97"), 2 * kHalf);
+    EXPECT_EQ(width("\xE6\x97("), 3 * kHalf);
+    EXPECT_EQ(width("\xE0\x80\xAF"), 3 * kHalf); // over-long
+    EXPECT_EQ(width("\xED\xA0\x80"), 3 * kHalf); // a surrogate
 }
 
 TEST_F(FixedMeasuring, NoTextHasNoHeight) {
