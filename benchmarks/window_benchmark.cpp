@@ -3,8 +3,8 @@
 ///     window_benchmark [--check]
 ///
 /// The dialog is shown on the offscreen platform; each of the five sliders is moved through its range. Times are from
-/// the slider's valueChanged until the picture's widget was painted anew. With --check the exit code is 1 when more than
-/// one move in twenty takes longer than a frame.
+/// the slider's valueChanged until the picture's widget was painted anew. With --check the exit code is 1 when more
+/// than one move in twenty takes longer than a frame.
 
 #include "host/window/print_dialog.h"
 
