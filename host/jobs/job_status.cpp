@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -15,31 +16,33 @@ constexpr std::size_t kMaximumWordsBytes = 200;
 
 /// What a printer's reason means for the one who waits for a job. Its severity may follow the keyword: "-error",
 /// "-warning", "-report".
-struct Hindrance {
+struct HindranceRow {
     std::string_view reason;
+    Hindrance hindrance;
     std::string_view words;
 };
 
-constexpr Hindrance kHindrances[] = {
-    {"media-empty", "the printer is out of paper"},
-    {"media-needed", "the printer waits for paper"},
-    {"media-jam", "paper is jammed in the printer"},
-    {"input-tray-missing", "the printer's paper tray is missing"},
-    {"output-area-full", "the printer's output tray is full"},
-    {"output-tray-missing", "the printer's output tray is missing"},
-    {"marker-supply-empty", "the printer is out of ink"},
-    {"toner-empty", "the printer is out of toner"},
-    {"marker-waste-full", "the printer's waste ink tank is full"},
-    {"cover-open", "the printer's cover is open"},
-    {"door-open", "the printer's door is open"},
-    {"interlock-open", "the printer is open"},
-    {"offline", "the printer is off or not connected"},
-    {"timed-out", "the printer does not answer"},
-    {"connecting-to-device", "the printer is not reached yet"},
-    {"shutdown", "the printer is switched off"},
-    {"cups-missing-filter", "the queue's driver is not installed completely"},
-    {"spool-area-full", "the print server's disk is full"},
+constexpr HindranceRow kHindrances[] = {
+    {"media-empty", Hindrance::OutOfPaper, "the printer is out of paper"},
+    {"media-needed", Hindrance::PaperNeeded, "the printer waits for paper"},
+    {"media-jam", Hindrance::PaperJam, "paper is jammed in the printer"},
+    {"input-tray-missing", Hindrance::InputTrayMissing, "the printer's paper tray is missing"},
+    {"output-area-full", Hindrance::OutputTrayFull, "the printer's output tray is full"},
+    {"output-tray-missing", Hindrance::OutputTrayMissing, "the printer's output tray is missing"},
+    {"marker-supply-empty", Hindrance::OutOfInk, "the printer is out of ink"},
+    {"toner-empty", Hindrance::OutOfToner, "the printer is out of toner"},
+    {"marker-waste-full", Hindrance::WasteInkFull, "the printer's waste ink tank is full"},
+    {"cover-open", Hindrance::CoverOpen, "the printer's cover is open"},
+    {"door-open", Hindrance::DoorOpen, "the printer's door is open"},
+    {"interlock-open", Hindrance::PrinterOpen, "the printer is open"},
+    {"offline", Hindrance::Offline, "the printer is off or not connected"},
+    {"timed-out", Hindrance::NoAnswer, "the printer does not answer"},
+    {"connecting-to-device", Hindrance::NotReached, "the printer is not reached yet"},
+    {"shutdown", Hindrance::SwitchedOff, "the printer is switched off"},
+    {"cups-missing-filter", Hindrance::DriverIncomplete, "the queue's driver is not installed completely"},
+    {"spool-area-full", Hindrance::ServerDiskFull, "the print server's disk is full"},
 };
+static_assert(std::size(kHindrances) == static_cast<std::size_t>(Hindrance::Count));
 constexpr std::string_view kReport = "-report"; // is no hindrance
 constexpr std::string_view kSeverities[] = {"-error", "-warning"};
 constexpr std::string_view kPaused = "paused";
@@ -71,26 +74,70 @@ bool contains(const std::vector<std::string_view>& texts, std::string_view text)
     return std::ranges::find(texts, text) != texts.end();
 }
 
-/// What hinders the queue, in words joined by "and"; empty where nothing does.
-std::string hindrancesOf(const std::vector<std::string_view>& reasons) {
-    std::string all;
+/// What hinders the queue.
+std::vector<Hindrance> hindrancesOf(const std::vector<std::string_view>& reasons) {
+    std::vector<Hindrance> all;
     for (std::string_view reason : reasons) {
         if (reason.ends_with(kReport))
             continue;
         for (const std::string_view severity : kSeverities)
             if (reason.ends_with(severity))
                 reason.remove_suffix(severity.size());
-        if (const auto* known = std::ranges::find(kHindrances, reason, &Hindrance::reason);
+        if (const auto* known = std::ranges::find(kHindrances, reason, &HindranceRow::reason);
             known != std::end(kHindrances))
-            all += (all.empty() ? "" : " and ") + std::string(known->words);
+            all.push_back(known->hindrance);
     }
     return all;
 }
 
-/// " (the server's own words)", or nothing.
-std::string inParentheses(std::string_view serversWords) {
-    const std::string words = plainText(serversWords, kMaximumWordsBytes);
-    return words.empty() ? "" : " (" + words + ")";
+std::string hindrancesInWords(const std::vector<Hindrance>& hindrances) {
+    std::string all;
+    for (const Hindrance each : hindrances)
+        all += (all.empty() ? "" : ", and ") +
+               std::string(std::ranges::find(kHindrances, each, &HindranceRow::hindrance)->words);
+    return all;
+}
+
+std::string pausedInWords(const JobStatus& status, const std::string& serversWords) {
+    return "The queue is paused" +
+           (status.hindrances.empty() ? serversWords : " because " + hindrancesInWords(status.hindrances)) +
+           ": the job waits until it is resumed.";
+}
+
+std::string heldInWords(const JobStatus& status, const std::string& serversWords) {
+    if (status.wantsPassword)
+        return "The job is held until a user's name and password are given for its printer.";
+    if (status.heldUntil.empty())
+        return "The job is held until it is released" + serversWords + ".";
+    return "The job is held until " + quotedText(status.heldUntil) + ".";
+}
+
+/// The whole status of a job that the server knows, as one sentence.
+std::string statusInWords(const JobStatus& status) {
+    const std::string serversWords = status.serversWords.empty() ? "" : " (" + status.serversWords + ")";
+    switch (status.stage) {
+    case JobStage::Held:
+        return heldInWords(status, serversWords);
+    case JobStage::Cancelled:
+        return "The job was cancelled.";
+    case JobStage::Failed:
+        return "The job failed" + serversWords + ": look at the server's messages before you print again.";
+    case JobStage::Printed:
+        return "The job was printed.";
+    default:
+        break;
+    }
+    if (status.isQueuePaused)
+        return pausedInWords(status, serversWords);
+    if (status.stage == JobStage::Stopped)
+        return "The job is stopped" + serversWords +
+               ": look at the server's messages, and cancel it or print it again.";
+    if (!status.hindrances.empty())
+        return "The job waits because " + hindrancesInWords(status.hindrances) + ".";
+    if (status.stage != JobStage::Printing)
+        return "The job waits for its turn.";
+    return status.impressions > 0 ? "The job is printing, sides so far: " + std::to_string(status.impressions) + "."
+                                  : "The job is printing.";
 }
 
 Message askForQueue(Connection& connection, std::string_view queueUri) {
@@ -103,29 +150,21 @@ Message askForQueue(Connection& connection, std::string_view queueUri) {
     return connection.ask(std::move(request), "/");
 }
 
-/// A job that is not over: its words depend on the queue too. `queue` may be null.
+std::string plainTextOf(ipp_t* answer, const char* name) {
+    return plainText(textOf(answer, name), kMaximumWordsBytes);
+}
+
+/// A job that is not over: what becomes of it depends on the queue too. `queue` may be null.
 void readUnfinished(ipp_t* job, ipp_t* queue, JobStatus& status) {
     const std::vector<std::string_view> reasons = textsOf(queue, "printer-state-reasons");
-    const bool isPaused =
+    status.isQueuePaused =
         numberOf(queue, "printer-state", IPP_PSTATE_IDLE) == IPP_PSTATE_STOPPED || contains(reasons, kPaused);
-    const std::string hindrances = hindrancesOf(reasons);
-    status.isHindered = isPaused || !hindrances.empty() || status.stage == JobStage::Stopped;
-    if (isPaused)
-        status.words =
-            "The queue is paused" +
-            (hindrances.empty() ? inParentheses(textOf(queue, "printer-state-message")) : " because " + hindrances) +
-            ": the job waits until it is resumed.";
+    status.hindrances = hindrancesOf(reasons);
+    status.isHindered = status.isQueuePaused || !status.hindrances.empty() || status.stage == JobStage::Stopped;
+    if (status.isQueuePaused)
+        status.serversWords = plainTextOf(queue, "printer-state-message");
     else if (status.stage == JobStage::Stopped)
-        status.words = "The job is stopped" + inParentheses(textOf(job, "job-printer-state-message")) +
-                       ": look at the server's messages, and cancel it or print it again.";
-    else if (!hindrances.empty())
-        status.words = "The job waits because " + hindrances + ".";
-    else if (status.stage == JobStage::Printing)
-        status.words = status.impressions > 0
-                           ? "The job is printing: " + std::to_string(status.impressions) + " sides so far."
-                           : "The job is printing.";
-    else
-        status.words = "The job waits for its turn.";
+        status.serversWords = plainTextOf(job, "job-printer-state-message");
 }
 
 void readHeld(ipp_t* job, JobStatus& status) {
@@ -133,13 +172,9 @@ void readHeld(ipp_t* job, JobStatus& status) {
     status.wantsPassword =
         until == kAuthenticationWanted || contains(textsOf(job, "job-state-reasons"), kHeldForPassword);
     status.isHindered = true;
-    if (status.wantsPassword)
-        status.words = "The job is held until a user's name and password are given for its printer.";
-    else if (until.empty() || until == kIndefinite)
-        status.words =
-            "The job is held until it is released" + inParentheses(textOf(job, "job-printer-state-message")) + ".";
-    else
-        status.words = "The job is held until " + quotedText(until) + ".";
+    if (until != kIndefinite && until != kAuthenticationWanted)
+        status.heldUntil = plainText(until, kMaximumWordsBytes);
+    status.serversWords = plainTextOf(job, "job-printer-state-message");
 }
 
 } // namespace
@@ -177,21 +212,19 @@ JobStatus readStatus(Connection& connection, ipp_t* job) {
         break;
     case IPP_JSTATE_CANCELED:
         status.stage = JobStage::Cancelled;
-        status.words = "The job was cancelled.";
         break;
     case IPP_JSTATE_ABORTED:
         status.stage = JobStage::Failed;
-        status.words = "The job failed" + inParentheses(textOf(job, "job-printer-state-message")) +
-                       ": look at the server's messages before you print again.";
+        status.serversWords = plainTextOf(job, "job-printer-state-message");
         break;
     case IPP_JSTATE_COMPLETED:
         status.stage = JobStage::Printed;
-        status.words = "The job was printed.";
         break;
     default:
         unfinished(JobStage::Printing);
         break;
     }
+    status.words = statusInWords(status);
     return status;
 }
 

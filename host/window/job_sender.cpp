@@ -66,10 +66,10 @@ public:
                                   : static_cast<int>(static_cast<double>(sent) / static_cast<double>(total) * kSteps));
     }
 
-    void showStatus(const QString& words) {
+    void showStatus(const JobStatus& status) {
         bar_->setRange(0, 0); // busy
-        if (button_->isEnabled() && !words.isEmpty())
-            text_->setText(words);
+        if (button_->isEnabled() && status.error.empty())
+            text_->setText(words_.status(status));
     }
 
     void reject() override {
@@ -91,6 +91,11 @@ private:
     QProgressBar* bar_;
     QPushButton* button_;
 };
+
+bool needsTelling(const JobStatus& status) {
+    return status.isHindered || status.wantsPassword || status.stage == JobStage::Held ||
+           status.stage == JobStage::Failed || status.stage == JobStage::Cancelled;
+}
 
 } // namespace
 
@@ -144,6 +149,7 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Do
     });
     progressWindow.show();
     SendOutcome outcome;
+    std::vector<std::optional<JobStatus>> statuses; // of the sent jobs, where they are to be told
     // The thread touches what is its own, and posts the rest to the window's.
     std::thread sender([&] {
         for (std::size_t index = 0; index < jobs.size() && !isCancelled; ++index) {
@@ -165,15 +171,18 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Do
                 return !isCancelled;
             });
             int questions = 0;
+            std::optional<JobStatus> told;
             for (int look = 0; result.ok && result.jobId != 0 && look < kMostLooks && !isCancelled; ++look) {
                 const JobStatus status = status_(destination, result);
-                const QString words = QString::fromStdString(status.words);
-                post([&progressWindow, words] { progressWindow.showStatus(words); });
+                post([&progressWindow, status] { progressWindow.showStatus(status); });
+                if (status.error.empty())
+                    result.note.clear(); // is older
                 const bool isAnswered = status.wantsPassword && questions < kMostQuestions &&
                                         giveItsPassword(destination, result, questions++ > 0);
-                if (!isAnswered && (status.isHindered || status.wantsPassword || status.stage == JobStage::Held))
-                    result.note = status.words;
-                if (!status.error.empty() || (status.stage != JobStage::Waiting && !isAnswered) || !result.note.empty())
+                if (!isAnswered && needsTelling(status))
+                    told = status;
+                if (!status.error.empty() || (status.stage != JobStage::Waiting && !isAnswered) || told ||
+                    !result.note.empty())
                     break;
                 if (cancelled.tryAcquire(1, kLookMilliseconds)) {
                     std::string error = cancelling_(destination, result);
@@ -185,12 +194,16 @@ SendOutcome JobSender::send(const Destination& destination, const std::vector<Do
                 break;
             }
             outcome.sent.push_back(std::move(result));
+            statuses.push_back(std::move(told));
         }
         QMetaObject::invokeMethod(
             &loop, [&loop] { loop.quit(); }, Qt::QueuedConnection);
     });
     loop.exec();
     sender.join();
+    for (std::size_t index = 0; index < statuses.size(); ++index)
+        if (statuses[index])
+            outcome.sent[index].note = words_.status(*statuses[index]).toStdString();
     outcome.cancelled = isCancelled && outcome.sent.size() < jobs.size();
     return outcome;
 }

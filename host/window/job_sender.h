@@ -62,6 +62,7 @@ public:
     struct Words {
         QString title, sending, cancelling, cancel; ///< "%1" in `sending` is the document's name
         QString bytes;                              ///< "%1" of "%2"
+        std::function<QString(const JobStatus&)> status;
     };
     JobSender(QWidget& window, Words words, Submission submission = submit, StatusReading status = readStatus,
               JobCancelling cancelling = cancelSent, JobAuthentication authentication = authenticateSent)

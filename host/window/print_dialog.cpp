@@ -7,6 +7,7 @@
 #include "host/session/panel_choices.h"
 #include "host/session/program_files.h"
 #include "host/window/document_view.h"
+#include "host/window/job_words.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
 #include "host/window/password_question.h"
@@ -821,7 +822,8 @@ void PrintDialog::print() {
                              .sending = windowText(Text::PrintingDocument, language_),
                              .cancelling = windowText(Text::CancellingPrint, language_),
                              .cancel = windowText(Text::Cancel, language_),
-                             .bytes = windowText(Text::BytesSent, language_)},
+                             .bytes = windowText(Text::BytesSent, language_),
+                             .status = [this](const JobStatus& status) { return statusInWords(status, language_); }},
                             submission, settings_.status, settings_.cancelling, settings_.authentication)
                       .send(destination_, jobs(*pages));
     });

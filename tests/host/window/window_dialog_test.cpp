@@ -195,11 +195,10 @@ private slots:
 
     void aSentJobIsFollowedUntilItPrints() {
         int looks = 0;
-        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const host::JobResult& job) {
+        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const auto&) {
                                     ++looks;
-                                    return host::JobStatus{
-                                        .stage = looks < 2 ? host::JobStage::Waiting : host::JobStage::Printing,
-                                        .words = "Job " + std::to_string(job.jobId) + " is on its way."};
+                                    return host::JobStatus{.stage = looks < 2 ? host::JobStage::Waiting
+                                                                              : host::JobStage::Printing};
                                 }});
         window.answer({agree});
         window.click("printButton");
@@ -210,35 +209,55 @@ private slots:
 
     void whatHindersASentJobIsTold() {
         QString told;
-        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const auto&) {
-                                    return host::JobStatus{.stage = host::JobStage::Waiting,
-                                                           .isHindered = true,
-                                                           .words = "The printer wants paper."};
+        WindowUnderTest window({.languages = {"de"},
+                                .submission =
+                                    [](const auto& destination, const auto& job, const auto& progress) {
+                                        host::JobResult sent = sentAsJobSeven(destination, job, progress);
+                                        sent.note = "What the server said before.";
+                                        return sent;
+                                    },
+                                .status =
+                                    [](const auto&, const auto&) {
+                                        return host::JobStatus{.stage = host::JobStage::Waiting,
+                                                               .isHindered = true,
+                                                               .hindrances = {host::Hindrance::OutOfPaper}};
+                                    }});
+        window.answer({agree, [&](QWidget& message) {
+                           told = dynamic_cast<QMessageBox&>(message).informativeText();
+                           closeMessage(message);
+                       }});
+        window.click("printButton");
+        QCOMPARE(told, QString("Der Auftrag wartet, weil der Drucker kein Papier mehr hat."));
+        QCOMPARE(window.dialog().result(), static_cast<int>(QDialog::Accepted));
+    }
+
+    void aSentJobThatFailsIsTold() {
+        QString told;
+        WindowUnderTest window({.submission = sentAsJobSeven, .status = [](const auto&, const auto&) {
+                                    return host::JobStatus{.stage = host::JobStage::Failed,
+                                                           .serversWords = "Filter failed"};
                                 }});
         window.answer({agree, [&](QWidget& message) {
                            told = dynamic_cast<QMessageBox&>(message).informativeText();
                            closeMessage(message);
                        }});
         window.click("printButton");
-        QCOMPARE(told, QString("The printer wants paper."));
-        QCOMPARE(window.dialog().result(), static_cast<int>(QDialog::Accepted));
+        QVERIFY2(told.startsWith("The job failed (Filter failed)"), qPrintable(told));
     }
 
     void aSentJobThatWaitsCanBeCancelled() {
         int cancelled = 0;
-        WindowUnderTest window({.submission = sentAsJobSeven,
-                                .status =
-                                    [](const auto&, const auto&) {
-                                        return host::JobStatus{.stage = host::JobStage::Waiting, .words = "It waits."};
-                                    },
-                                .cancelling =
-                                    [&](const auto&, const host::JobResult& job) {
-                                        cancelled = job.jobId;
-                                        return std::string();
-                                    }});
+        WindowUnderTest window(
+            {.submission = sentAsJobSeven,
+             .status = [](const auto&, const auto&) { return host::JobStatus{.stage = host::JobStage::Waiting}; },
+             .cancelling =
+                 [&](const auto&, const host::JobResult& job) {
+                     cancelled = job.jobId;
+                     return std::string();
+                 }});
         window.answer({agree});
         window.whileSending([](QWidget& progress) {
-            if (progress.findChild<QLabel*>("progressText")->text() == "It waits.")
+            if (progress.findChild<QLabel*>("progressText")->text() == "The job waits for its turn.")
                 progress.findChild<QPushButton*>("cancelPrintingButton")->click();
         });
         window.click("printButton");
@@ -277,8 +296,7 @@ private slots:
                                 .status =
                                     [&](const auto&, const auto&) {
                                         return given.size() < 2 ? host::JobStatus{.stage = host::JobStage::Held,
-                                                                                  .wantsPassword = true,
-                                                                                  .words = "It wants a password."}
+                                                                                  .wantsPassword = true}
                                                                 : host::JobStatus{.stage = host::JobStage::Printing};
                                     },
                                 .authentication =
@@ -302,9 +320,7 @@ private slots:
     void aJobWhoseUserGivesNoPasswordStaysHeldAndIsTold() {
         QString told;
         WindowUnderTest window({.submission = sentAsJobSeven, .status = [](const auto&, const auto&) {
-                                    return host::JobStatus{.stage = host::JobStage::Held,
-                                                           .wantsPassword = true,
-                                                           .words = "It wants a password."};
+                                    return host::JobStatus{.stage = host::JobStage::Held, .wantsPassword = true};
                                 }});
         window.answer({agree, [](QWidget& question) { dynamic_cast<QDialog&>(question).reject(); },
                        [&](QWidget& message) {
@@ -312,7 +328,7 @@ private slots:
                            closeMessage(message);
                        }});
         window.click("printButton");
-        QCOMPARE(told, QString("It wants a password."));
+        QVERIFY2(told.startsWith("The job is held until a user's name"), qPrintable(told));
     }
 
     void sendingLeavesTheWindowsThread() {

@@ -195,6 +195,34 @@ private slots:
         QCOMPARE(window.marked("PageSize"), QString("Letter"));
     }
 
+    // The command line's sentence and the window's tell the same; the window's has other quotation marks, where any.
+    void whatHindersAJobIsSaidInTheWindowsLanguage() {
+        server_->addQueue("Empty", kModel, {.reason = "media-empty-error", .waits = true});
+        const host::JobResult first = host::submitToQueue({.server = server_->socket(), .queue = "Empty"},
+                                                          {.documentPath = WindowUnderTest::samplePicture()});
+        QVERIFY2(first.ok, first.error.c_str());
+        QTRY_VERIFY_WITH_TIMEOUT(host::jobStatus(server_->socket(), first.jobId).isHindered, kSearchMilliseconds);
+        for (const char* language : {"en", "fr"}) {
+            auto named = setup("Empty");
+            named.languages = {language};
+            WindowUnderTest window(std::move(named));
+            QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+            QString told;
+            window.answer({agree, [&](QWidget& message) {
+                               told = dynamic_cast<QMessageBox&>(message).informativeText();
+                               static_cast<QDialog&>(message).accept();
+                           }});
+            window.click("printButton");
+            const int job = window.dialog().printed().front().jobId;
+            const std::string english = host::jobStatus(server_->socket(), job).words;
+            QCOMPARE(english, std::string("The job waits because the printer is out of paper."));
+            QCOMPARE(told, QString(language == std::string("en")
+                                       ? english.c_str()
+                                       : "Le travail attend, car l’imprimante n’a plus de papier."));
+        }
+        server_->deleteQueue("Empty");
+    }
+
 private:
     QString options() const { return home_.filePath(".cups/lpoptions"); }
 

@@ -1,6 +1,7 @@
 // What the window says, and what it reads of what a user types.
 
 #include "host/window/free_size_editor.h"
+#include "host/window/job_words.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
 #include "host/window/session_starter.h"
@@ -68,6 +69,49 @@ private slots:
         };
         for (const auto& [languages, code] : rows)
             QCOMPARE(windowLanguage(languages).code(), std::string(code));
+    }
+
+    void statesOfJobsAreSaidInTheWindowsLanguage() {
+        using Status = JobStatus;
+        const std::pair<Status, const char*> rows[] = {
+            {{.stage = JobStage::Waiting}, "The job waits for its turn."},
+            {{.stage = JobStage::Waiting, .hindrances = {Hindrance::OutOfPaper, Hindrance::CoverOpen}},
+             "The job waits because the printer is out of paper, and the printer's cover is open."},
+            {{.stage = JobStage::Waiting, .isQueuePaused = true, .serversWords = "for lunch"},
+             "The queue is paused (for lunch): the job waits until it is resumed."},
+            {{.stage = JobStage::Printing, .isQueuePaused = true, .hindrances = {Hindrance::PaperJam}},
+             "The queue is paused because paper is jammed in the printer: the job waits until it is resumed."},
+            {{.stage = JobStage::Held}, "The job is held until it is released."},
+            {{.stage = JobStage::Held, .heldUntil = "night"}, "The job is held until “night”."},
+            {{.stage = JobStage::Held, .wantsPassword = true},
+             "The job is held until a user's name and password are given for its printer."},
+            {{.stage = JobStage::Printing}, "The job is printing."},
+            {{.stage = JobStage::Printing, .impressions = 3}, "The job is printing, sides so far: 3."},
+            {{.stage = JobStage::Stopped, .serversWords = "50 %1"},
+             "The job is stopped (50 %1): look at the server's messages, and cancel it or print it again."},
+            {{.stage = JobStage::Cancelled}, "The job was cancelled."},
+            {{.stage = JobStage::Failed}, "The job failed: look at the server's messages before you print again."},
+            {{.stage = JobStage::Printed}, "The job was printed."},
+            {{}, "The job is not known to its server any more: it was printed or removed."},
+        };
+        for (const auto& [status, english] : rows) {
+            QCOMPARE(statusInWords(status, Language::English), QString(english));
+            for (const char* code : {"ja", "de", "fr", "es", "zh_CN"}) {
+                const QString own = statusInWords(status, Language(code));
+                QVERIFY2(!own.isEmpty() && own != english, qPrintable(own));
+                QVERIFY2(own.contains(QString::fromStdString(status.serversWords)), qPrintable(own));
+            }
+        }
+    }
+
+    void everyHindranceHasWordsOfItsOwn() {
+        for (const char* code : {"en", "ja", "de", "fr", "es", "zh_CN"}) {
+            QStringList all;
+            for (int each = 0; each < static_cast<int>(Hindrance::Count); ++each)
+                all << statusInWords({.stage = JobStage::Waiting, .hindrances = {static_cast<Hindrance>(each)}},
+                                     Language(code));
+            QCOMPARE(all.removeDuplicates(), qsizetype{0});
+        }
     }
 
     void pagesAreNumbersAndRanges() {
