@@ -8,7 +8,13 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+
+#include <future>
+#include <map>
+#include <mutex>
+#include <vector>
 
 namespace host {
 namespace {
@@ -21,12 +27,15 @@ QLineEdit* addField(QFormLayout& form, const QString& caption, const char* name)
     return field;
 }
 
-std::optional<Credentials> askFor(QWidget& window, const Language& language, const PasswordQuestion& question) {
-    QWidget* above = QApplication::activeModalWidget(); // the progress, which the question must not stand below
-    QDialog dialog(above == nullptr ? &window : above);
-    dialog.setObjectName("passwordQuestion");
-    dialog.setWindowTitle(windowText(Text::Password, language));
-    auto* form = new QFormLayout(&dialog);
+// A question, shown. It belongs to what stands above the window; the progress, for example, must not hide it.
+QDialog* showQuestion(QWidget& window, const Language& language, const PasswordQuestion& question, Text action,
+                      const std::function<void(std::optional<Credentials>)>& answer) {
+    QWidget* above = QApplication::activeModalWidget();
+    auto* dialog = new QDialog(above == nullptr ? &window : above);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setObjectName("passwordQuestion");
+    dialog->setWindowTitle(windowText(Text::Password, language));
+    auto* form = new QFormLayout(dialog);
     QString words = windowText(Text::PasswordWanted, language).arg(QString::fromStdString(question.server));
     if (question.isAgain)
         words.prepend(windowText(Text::PasswordNotTaken, language) + u'\n');
@@ -41,27 +50,125 @@ std::optional<Credentials> askFor(QWidget& window, const Language& language, con
     password->setFocus();
     auto* buttons = new QDialogButtonBox;
     QString taken;
-    auto* print =
-        buttons->addButton(textWithMnemonic(windowText(Text::Print, language), taken), QDialogButtonBox::AcceptRole);
-    print->setDefault(true);
+    buttons->addButton(textWithMnemonic(windowText(action, language), taken), QDialogButtonBox::AcceptRole)
+        ->setDefault(true);
     buttons->addButton(textWithMnemonic(windowText(Text::Cancel, language), taken), QDialogButtonBox::RejectRole);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     form->addRow(buttons);
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return Credentials{.user = user->text().toStdString(), .password = password->text().toStdString()};
+    QObject::connect(dialog, &QDialog::finished, dialog, [user, password, answer](int result) {
+        answer(result == QDialog::Accepted ? std::optional(Credentials{.user = user->text().toStdString(),
+                                                                       .password = password->text().toStdString()})
+                                           : std::nullopt);
+    });
+    dialog->open();
+    return dialog;
 }
 
 } // namespace
 
-PasswordPrompt passwordPrompt(QWidget& window, const Language& language) {
-    return [&window, language](const PasswordQuestion& question) {
-        std::optional<Credentials> given;
-        QMetaObject::invokeMethod(
-            &window, [&] { given = askFor(window, language, question); }, Qt::BlockingQueuedConnection);
-        return given;
+// Lives as long as a prompt does.
+class PasswordQuestions::Desk : public std::enable_shared_from_this<Desk> {
+public:
+    Desk(QWidget& window, Language language) : window_(window), language_(std::move(language)) {}
+
+    // In the asking thread.
+    std::optional<Credentials> known(const PasswordQuestion& question) {
+        const std::lock_guard lock(mutex_);
+        const auto found = known_.find(question.server);
+        return question.isAgain || found == known_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    std::optional<Credentials> ask(const PasswordQuestion& question, Text action) {
+        if (auto answer = known(question))
+            return answer;
+        const auto asked = std::make_shared<Asked>(question, action);
+        std::future<std::optional<Credentials>> answer = asked->answer.get_future();
+        {
+            const std::lock_guard lock(mutex_); // while it is held, the window is there
+            if (isRefused_)
+                return std::nullopt;
+            open_.push_back(asked);
+            showLater(asked);
+        }
+        return answer.get();
+    }
+
+    // In the window's thread.
+    void refuse() {
+        std::vector<std::shared_ptr<Asked>> open;
+        {
+            const std::lock_guard lock(mutex_);
+            isRefused_ = true;
+            open = open_;
+        }
+        for (const auto& asked : open) {
+            end(*asked, std::nullopt);
+            if (asked->dialog != nullptr)
+                asked->dialog->close();
+        }
+    }
+
+private:
+    struct Asked {
+        Asked(PasswordQuestion given, Text wanted) : question(std::move(given)), action(wanted) {}
+
+        PasswordQuestion question;
+        Text action;
+        std::promise<std::optional<Credentials>> answer;
+        bool isAnswered = false; // from here on in the window's thread alone
+        QPointer<QDialog> dialog{};
     };
+
+    void showLater(const std::shared_ptr<Asked>& asked) {
+        QMetaObject::invokeMethod(
+            &window_, [self = shared_from_this(), asked] { self->show(asked); }, Qt::QueuedConnection);
+    }
+
+    void show(const std::shared_ptr<Asked>& asked) {
+        if (asked->isAnswered)
+            return;
+        asked->dialog =
+            showQuestion(window_, language_, asked->question, asked->action,
+                         [self = shared_from_this(), asked](auto given) { self->end(*asked, std::move(given)); });
+        // What it stood above may have gone: then it is asked anew.
+        QObject::connect(asked->dialog, &QObject::destroyed, &window_, [self = shared_from_this(), asked] {
+            if (!asked->isAnswered)
+                self->showLater(asked);
+        });
+    }
+
+    void end(Asked& asked, std::optional<Credentials> given) {
+        if (std::exchange(asked.isAnswered, true))
+            return;
+        const std::lock_guard lock(mutex_);
+        if (given)
+            known_.insert_or_assign(asked.question.server, *given);
+        std::erase_if(open_, [&](const auto& each) { return each.get() == &asked; });
+        asked.answer.set_value(std::move(given));
+    }
+
+    QWidget& window_;
+    const Language language_;
+    std::mutex mutex_; // guards what follows
+    bool isRefused_ = false;
+    std::vector<std::shared_ptr<Asked>> open_;
+    std::map<std::string, Credentials> known_; // by server
+};
+
+PasswordQuestions::PasswordQuestions(QWidget& window, const Language& language)
+    : desk_(std::make_shared<Desk>(window, language)) {}
+
+PasswordPrompt PasswordQuestions::prompt(Text action) const {
+    return [desk = desk_, action](const PasswordQuestion& question) { return desk->ask(question, action); };
+}
+
+PasswordPrompt PasswordQuestions::unasked() const {
+    return [desk = desk_](const PasswordQuestion& question) { return desk->known(question); };
+}
+
+void PasswordQuestions::refuse() {
+    desk_->refuse();
 }
 
 } // namespace host

@@ -10,7 +10,6 @@
 #include "host/window/job_words.h"
 #include "host/window/mnemonics.h"
 #include "host/window/page_ranges.h"
-#include "host/window/password_question.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -66,7 +65,7 @@ PrintDialog::PrintDialog(DialogRequest request, Settings settings)
       wanted_(request_.printer.empty()
                   ? defaultOfEnvironment()
                   : NamedDefault{.variable = {}, .queue = request_.printer, .instance = request_.instance}),
-      remembered_(settings_.userDefaults) {
+      remembered_(settings_.userDefaults), passwords_(*this, language_), search_(passwords_) {
     build();
     addPrinters(settings_.printers);
     const bool waits = settings_.looksForQueues && request_.ppd.empty();
@@ -800,7 +799,7 @@ void PrintDialog::print() {
     // What was chosen may be nothing that the queue has any more.
     const Submission submission = [&](const auto& destination, const auto& job, const auto& progress) {
         if (!toFolder && printer.hasPpdOnServer()) {
-            FetchedPpd now = fetchPpd(*printer.queue, kSearchLimits);
+            FetchedPpd now = fetchPpd(*printer.queue, kSearchLimits, passwords_.unasked());
             if (now.error.empty() && now.text != printer.ppdText) {
                 changed = std::move(now);
                 return JobResult();
@@ -815,7 +814,7 @@ void PrintDialog::print() {
             return;
         destination_ = {.queue = toFolder ? std::nullopt : printer.queue,
                         .folder = toFolder ? generalPage_->folder().toStdString() : std::string(),
-                        .passwords = passwordPrompt(*this, language_)};
+                        .passwords = passwords_.prompt(Text::Print)};
         sent = true;
         outcome = JobSender(*this,
                             {.title = windowText(Text::Printing, language_),
@@ -913,6 +912,7 @@ void PrintDialog::reject() {
 }
 
 void PrintDialog::done(int result) {
+    passwords_.refuse();
     remembered_.keepWindowSize({.width = width(), .extraHeight = std::max(0, height() - neededHeight_)});
     QDialog::done(result);
 }

@@ -5,6 +5,7 @@
 #include "host/window/general_page.h"
 #include "host/window/help_viewer.h"
 #include "host/window/job_sender.h"
+#include "host/window/password_question.h"
 #include "host/window/preset_menu.h"
 #include "host/window/printers.h"
 #include "host/window/remembered.h"
@@ -171,6 +172,7 @@ private:
     int neededHeight_ = 0; // of the window at the last fit
     std::vector<JobResult> printed_;
     Destination destination_;
+    PasswordQuestions passwords_;
     PrinterSearch search_;
 };
 

@@ -58,8 +58,8 @@ void PrinterSearch::ask(std::function<Answer()> question, std::function<void(con
 
 void PrinterSearch::findQueues(const std::string& server, std::function<void(const Found&)> tell) {
     ask<Found>(
-        [server] {
-            const QueueList list = listQueues(server, kSearchLimits);
+        [server, passwords = passwords_.prompt(Text::Continue)] {
+            const QueueList list = listQueues(server, kSearchLimits, passwords);
             Found found{.printers = {}, .error = list.error};
             for (const Queue& queue : list.queues)
                 found.printers.push_back({.name = queueTitle(queue),
@@ -75,7 +75,9 @@ void PrinterSearch::findQueues(const std::string& server, std::function<void(con
 }
 
 void PrinterSearch::fetchPpdOf(const QueueAddress& address, std::function<void(const FetchedPpd&)> tell) {
-    ask<FetchedPpd>([address] { return fetchPpd(address, kSearchLimits); }, std::move(tell));
+    ask<FetchedPpd>([address, passwords = passwords_.prompt(
+                                  Text::Continue)] { return fetchPpd(address, kSearchLimits, passwords); },
+                    std::move(tell));
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 
 #include "host/command_line/dialog_request.h"
 #include "host/jobs/queues.h"
+#include "host/window/password_question.h"
 
 #include <atomic>
 #include <functional>
@@ -33,8 +34,8 @@ std::vector<Printer> samplePrinters();
 /// Short enough to wait for when the window closes meanwhile.
 inline constexpr JobLimits kSearchLimits = {.connect = std::chrono::seconds(3), .response = std::chrono::seconds(5)};
 
-/// Asks a server for queues and PPDs in threads of its own. Every answer is told once, in the window's thread, as long
-/// as this object lives.
+/// Asks a server for queues and PPDs in threads of its own; the user is asked where a server wants a password. Every
+/// answer is told once, in the window's thread, as long as this object lives.
 class PrinterSearch {
 public:
     struct Found {
@@ -42,11 +43,15 @@ public:
         std::string error;             ///< one sentence; mostly empty
     };
 
-    PrinterSearch() = default;
+    /// The questions are borrowed.
+    explicit PrinterSearch(PasswordQuestions& passwords) : passwords_(passwords) {}
     PrinterSearch(const PrinterSearch&) = delete;
     PrinterSearch& operator=(const PrinterSearch&) = delete;
-    /// Waits for the requests that are under way.
-    ~PrinterSearch() { *ended_ = true; }
+    /// Waits for the requests that are under way, after the questions are refused that these wait for.
+    ~PrinterSearch() {
+        *ended_ = true;
+        passwords_.refuse();
+    }
 
     void findQueues(const std::string& server, std::function<void(const Found&)> tell);
     void fetchPpdOf(const QueueAddress& address, std::function<void(const FetchedPpd&)> tell);
@@ -55,6 +60,7 @@ private:
     template <typename Answer>
     void ask(std::function<Answer()> question, std::function<void(const Answer&)> tell);
 
+    PasswordQuestions& passwords_;
     std::shared_ptr<std::atomic<bool>> ended_ = std::make_shared<std::atomic<bool>>(false);
     std::vector<std::future<void>> requests_; ///< their ends are waited for
 };

@@ -79,6 +79,7 @@ constexpr Row kTexts[] = {
     {Text::PasswordNotTaken, "They were not accepted. Please try again."},
     {Text::UserName, "User name"},
     {Text::Password, "Password"},
+    {Text::Continue, "Continue"},
     {Text::PrintingCancelled, "Printing was cancelled."},
     {Text::NotPrinted, "The document was not printed."},
     {Text::KeptChoices, "Your choices are kept. Change what is wrong and print again."},

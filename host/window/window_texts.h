@@ -69,6 +69,7 @@ enum class Text {
     PasswordNotTaken,
     UserName,
     Password,
+    Continue,
     PrintingCancelled,
     NotPrinted,
     KeptChoices,

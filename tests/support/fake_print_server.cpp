@@ -16,12 +16,16 @@ namespace {
 
 constexpr int kJob = 7; // the number that each job gets
 constexpr std::string_view kPage = "<html>hello</html>";
-constexpr std::string_view kPpd = "*PPD-Adobe: \"4.3\"\n";
+constexpr const char* kQueue = "Recorder";
 
 using Message = std::unique_ptr<ipp_t, void (*)(ipp_t*)>;
 
 Message goodAnswer(ipp_t* request) {
     Message answer(ippNewResponse(request), &ippDelete);
+    if (ippGetOperation(request) == IPP_OP_CUPS_GET_PRINTERS) {
+        ippAddString(answer.get(), IPP_TAG_PRINTER, IPP_TAG_NAME, "printer-name", nullptr, kQueue);
+        return answer;
+    }
     ippAddInteger(answer.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-id", kJob);
     ippAddInteger(answer.get(), IPP_TAG_JOB, IPP_TAG_ENUM, "job-state", IPP_JSTATE_PROCESSING);
     return answer;
@@ -65,8 +69,8 @@ void sendQuestionForPassword(http_t* http) {
 
 } // namespace
 
-FakePrintServer::FakePrintServer(std::map<int, Reply> replies, std::string password)
-    : replies_(std::move(replies)), password_(std::move(password)) {
+FakePrintServer::FakePrintServer(std::map<int, Reply> replies, std::string password, std::string ppd)
+    : replies_(std::move(replies)), password_(std::move(password)), ppd_(std::move(ppd)) {
     listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -142,7 +146,7 @@ bool FakePrintServer::answerRequest(http_t* http) {
         return false;
     }
     if (request == HTTP_STATE_GET) {
-        sendText(http, "application/vnd.cups-ppd", kPpd);
+        sendText(http, "application/vnd.cups-ppd", ppd_);
         return true;
     }
     if (httpGetExpect(http) == HTTP_STATUS_CONTINUE)

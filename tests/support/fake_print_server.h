@@ -28,8 +28,10 @@ enum class Reply {
 class FakePrintServer {
 public:
     /// The reply to each IPP operation, by its number; the good one to those that are not named. With a password, as
-    /// "user:password", nothing is answered but to who gives it. Every file is the first line of a PPD.
-    explicit FakePrintServer(std::map<int, Reply> replies, std::string password = {});
+    /// "user:password", nothing is answered but to who gives it. It has one queue, "Recorder", and every file is its
+    /// PPD.
+    explicit FakePrintServer(std::map<int, Reply> replies, std::string password = {},
+                             std::string ppd = "*PPD-Adobe: \"4.3\"\n");
     ~FakePrintServer();
     FakePrintServer(const FakePrintServer&) = delete;
     FakePrintServer& operator=(const FakePrintServer&) = delete;
@@ -49,7 +51,7 @@ private:
     [[nodiscard]] bool knowsPassword(http_t* http) const;
 
     const std::map<int, Reply> replies_;
-    const std::string password_;
+    const std::string password_, ppd_;
     int listener_ = -1;
     int port_ = 0;
     mutable std::mutex mutex_; // guards what follows, save the acceptor

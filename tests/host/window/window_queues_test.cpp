@@ -2,8 +2,10 @@
 
 #include "window_under_test.h"
 
+#include "tests/support/fake_print_server.h"
 #include "tests/support/private_cupsd.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QJsonDocument>
@@ -22,6 +24,25 @@ namespace {
 constexpr int kSearchMilliseconds = 30000; // more than the server needs
 
 const std::string kModel = CV_SOURCE_DIR "/resources/models/corvane-a3.ppd";
+
+std::string modelsPpd() {
+    QFile file(QString::fromStdString(kModel));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+// Answers the question for a password.
+std::function<void(QWidget&)> answering(const char* password) {
+    return [password](QWidget& question) {
+        question.findChild<QLineEdit*>("userNameField")->setText("ann");
+        QTest::keyClicks(question.findChild<QLineEdit*>("passwordField"), password);
+        QTest::keyClick(&question, Qt::Key_Return);
+    };
+}
+
+bool isPasswordAskedFor() {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr && modal->objectName() == "passwordQuestion";
+}
 
 void agree(QWidget& alert) {
     static_cast<QDialog&>(alert).findChild<QPushButton*>("normalPaperAlertOKButton")->click();
@@ -195,6 +216,51 @@ private slots:
         QCOMPARE(window.marked("PageSize"), QString("Letter"));
     }
 
+    void aGuardedServerIsAskedWithTheUsersPassword() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
+        window.answer({answering("wrong"), answering("right word"), agree});
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QCOMPARE(window.answered(), 2); // what the list of queues was given the PPD needs not be
+        window.click("printButton");
+        QCOMPARE(window.answered(), 3); // nor the job
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        QVERIFY(guarded.documentBytes() > 0);
+    }
+
+    void whoGivesNoPasswordIsTold() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
+        window.answer({[](QWidget& question) { QTest::keyClick(&question, Qt::Key_Escape); }});
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("wants a user's name and password"),
+                                 kSearchMilliseconds);
+        expectNoPrinter(window);
+        QVERIFY(!isPasswordAskedFor());
+    }
+
+    void aDialogThatEndsGivesTheQuestionUp() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
+        QTRY_VERIFY_WITH_TIMEOUT(isPasswordAskedFor(), kSearchMilliseconds);
+        window.dialog().reject();
+        QVERIFY(!window.dialog().isVisible());
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("wants a user's name and password"),
+                                 kSearchMilliseconds);
+    }
+
+    // The search, which is waited for, would wait for ever.
+    void aDialogThatIsDestroyedGivesTheQuestionUp() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        for (const bool isShown : {true, false}) {
+            WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
+            if (isShown)
+                QTRY_VERIFY_WITH_TIMEOUT(isPasswordAskedFor(), kSearchMilliseconds);
+        }
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QCOMPARE(guarded.asked().size(), std::size_t{0});
+    }
+
     // The command line's sentence and the window's tell the same; the window's has other quotation marks, where any.
     void whatHindersAJobIsSaidInTheWindowsLanguage() {
         server_->addQueue("Empty", kModel, {.reason = "media-empty-error", .waits = true});
@@ -232,11 +298,9 @@ private:
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(lines) > 0);
     }
 
-    WindowUnderTest::Setup setup(const std::string& queue) const {
-        return {.folder = WindowUnderTest::ToFolder::No,
-                .looksForQueues = true,
-                .printer = queue,
-                .server = server_->socket()};
+    WindowUnderTest::Setup setup(const std::string& queue) const { return setup(queue, server_->socket()); }
+    static WindowUnderTest::Setup setup(const std::string& queue, const std::string& server) {
+        return {.folder = WindowUnderTest::ToFolder::No, .looksForQueues = true, .printer = queue, .server = server};
     }
 
     static void expectNoPrinter(WindowUnderTest& window) {
