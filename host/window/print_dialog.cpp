@@ -242,7 +242,7 @@ void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
     else if (isMissing && wanted_.queue.empty() && !printers_.empty())
         choosePrinter(0);
     if (!found.error.empty())
-        tell((message() + u' ' + ofUtf8(found.error)).trimmed());
+        tell((message() + u' ' + ofUtf8(found.error)).trimmed(), !undoButton_->isHidden());
     else if (isMissing && !wanted_.queue.empty())
         tell(windowText(Text::QueueNotFound, language_)
                  .arg(ofUtf8(wanted_.queue + (wanted_.instance.empty() ? "" : "/" + wanted_.instance))));

@@ -25,6 +25,8 @@ constexpr int kSearchMilliseconds = 30000; // more than the server needs
 
 const std::string kModel = CV_SOURCE_DIR "/resources/models/corvane-a3.ppd";
 
+constexpr int kListOfQueues = 0x4002; // the operation's number
+
 std::string modelsPpd() {
     QFile file(QString::fromStdString(kModel));
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
@@ -259,6 +261,22 @@ private slots:
         }
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QCOMPARE(guarded.asked().size(), std::size_t{0});
+    }
+
+    void aStepThatIsToldBeforeTheSearchFailsCanStillBeUndone() {
+        auto server = std::make_unique<test_support::FakePrintServer>(
+            std::map{std::pair(kListOfQueues, test_support::Reply::Silence)});
+        WindowUnderTest window(setup("Recorder", server->hostAndPort()));
+        window.pick("printerList", 0);
+        window.open(WindowUnderTest::PrintSetting);
+        window.pick("mediaTypePopup", "Other Glossy Paper");
+        const QString told = window.dialog().message();
+        QVERIFY(!told.isEmpty());
+        server.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().size() > told.size(), kSearchMilliseconds);
+        QVERIFY2(window.dialog().message().startsWith(told), qPrintable(window.dialog().message()));
+        window.click("undoButton");
+        QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
     }
 
     // The command line's sentence and the window's tell the same; the window's has other quotation marks, where any.
