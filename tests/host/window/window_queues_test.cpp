@@ -7,10 +7,12 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
@@ -277,6 +279,51 @@ private slots:
         QVERIFY2(window.dialog().message().startsWith(told), qPrintable(window.dialog().message()));
         window.click("undoButton");
         QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
+    }
+
+    void aJobThatItsPrinterHoldsForAPasswordIsReleasedWithTheUsers() {
+        server_->addQueue("Guarded", kModel, {.backendStatus = 2});
+        bool isHeld = false;
+        auto named = setup("Guarded");
+        named.status = [&](const auto& destination, const auto& job) { // the printer takes its time to hold the job
+            host::JobStatus status = host::readStatus(destination, job);
+            for (QDeadlineTimer deadline(kSearchMilliseconds); !isHeld && !deadline.hasExpired();
+                 status = host::readStatus(destination, job))
+                isHeld = status.wantsPassword;
+            return status;
+        };
+        WindowUnderTest window(std::move(named));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        window.answer({agree, answering("a word")});
+        window.click("printButton");
+        QCOMPARE(window.answered(), 2);
+        const int job = window.dialog().printed().front().jobId;
+        QTRY_COMPARE_WITH_TIMEOUT(host::jobStatus(server_->socket(), job).stage, host::JobStage::Printed,
+                                  kSearchMilliseconds);
+        QFile given(QString::fromStdString(server_->recordFolder() / ("job-" + std::to_string(job) + ".credentials")));
+        QVERIFY(given.open(QIODevice::ReadOnly));
+        QCOMPARE(given.readAll(), QByteArray("ann:a word"));
+        server_->deleteQueue("Guarded");
+    }
+
+    void aPresetsPriorityAndHoldingTimeReachTheJob() {
+        keepOptions("Dest Office/later CVMediaType=Glossy job-priority=77 job-hold-until=indefinite\n");
+        WindowUnderTest window(setup("Office"));
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        QMenu& presets = *window.widget<QPushButton>("presetsButton").menu();
+        emit presets.aboutToShow();
+        QVERIFY(presets.actions().front()->text().contains("ater"));
+        presets.actions().front()->trigger();
+        QString told;
+        window.answer({agree, [&](QWidget& message) {
+                           told = dynamic_cast<QMessageBox&>(message).informativeText();
+                           static_cast<QDialog&>(message).accept();
+                       }});
+        window.click("printButton");
+        const int job = window.dialog().printed().front().jobId;
+        QCOMPARE(server_->jobAttribute(job, "job-priority"), std::string("77"));
+        QCOMPARE(server_->jobAttribute(job, "job-hold-until"), std::string("indefinite"));
+        QCOMPARE(told, QString("The job is held until it is released."));
     }
 
     // The command line's sentence and the window's tell the same; the window's has other quotation marks, where any.
