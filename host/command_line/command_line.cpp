@@ -297,8 +297,7 @@ int PrintCommand::runDialog() {
     if (!arguments_.preset.empty())
         if (error = findQueue(); !error.empty())
             return fail(kExitNotPrinted, error);
-    std::vector<JobOption> choices = std::move(source_.preset);
-    choices.insert(choices.end(), arguments_.options.begin(), arguments_.options.end());
+    std::vector<JobOption> choices = arguments_.options;
     request_.copies = 0; // as long as none are given
     for (const std::string& complaint : takeJobFields(choices, request_))
         note(complaint);
@@ -318,6 +317,8 @@ int PrintCommand::runDialog() {
                    .ppd = arguments_.ppd,
                    .folder = arguments_.folder,
                    .choices = choices,
+                   .preset = arguments_.preset,
+                   .presetChoices = source_.preset,
                    .copies = request_.copies,
                    .priority = request_.priority,
                    .holdUntil = request_.holdUntil,

@@ -19,15 +19,17 @@ struct DialogRequest {
     std::string ppd{};                    ///< the path of a PPD that stands for the queue's; mostly empty
     std::string folder{};                 ///< print to this folder instead of a queue; mostly empty
     std::vector<JobOption> choices{};     ///< as they were given, in that order; of equal names the last one holds
-    int copies = 0;                       ///< 0: as the queue keeps them, else 1
-    int priority = 0;                     ///< see JobRequest::priority
-    std::string holdUntil{};              ///< see JobRequest::holdUntil
-    bool isSilent = false;                ///< the jobs' numbers are not written to standard output
-    std::filesystem::path bundle{};       ///< the plug-in bundle
+    std::string preset{};                 ///< of the queue, chosen before the choices; mostly empty
+    std::vector<JobOption> presetChoices{};
+    int copies = 0;                 ///< 0: as the preset or the queue keeps them, else 1
+    int priority = 0;               ///< see JobRequest::priority
+    std::string holdUntil{};        ///< see JobRequest::holdUntil
+    bool isSilent = false;          ///< the jobs' numbers are not written to standard output
+    std::filesystem::path bundle{}; ///< the plug-in bundle
 };
 
 /// The version of DialogRequest and of the entry. A module exports the one that it was built with; another is refused.
-inline constexpr int kDialogInterfaceVersion = 2;
+inline constexpr int kDialogInterfaceVersion = 3;
 
 /// The module's exported names: an `extern "C" const int`, and the entry.
 inline constexpr const char* kDialogVersionSymbol = "CVPrintDialogInterfaceVersion";

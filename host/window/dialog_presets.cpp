@@ -5,6 +5,7 @@
 #include "host/window/print_dialog.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace host {
 namespace {
@@ -17,9 +18,34 @@ QString ofUtf8(std::string_view text) {
 
 } // namespace
 
+// One that was named when the dialog was opened is its queue's, and comes before the user has begun.
+bool PrintDialog::awaitsPreset(const Printer& printer) const {
+    return !request_.preset.empty() && !carried_ && printer.queue && printer.queue->queue == request_.printer;
+}
+
+// What was given beside it goes before what it says.
+void PrintDialog::applyGivenPreset() {
+    if (session_ == nullptr || !awaitsPreset(printers_[static_cast<std::size_t>(printer_)]))
+        return;
+    const Preset preset{.name = {.queue = request_.printer, .name = std::exchange(request_.preset, {})},
+                        .options = std::move(request_.presetChoices)};
+    const QString pages = generalPage_->pages();
+    const int priority = request_.priority;
+    const std::string holdUntil = request_.holdUntil;
+    applyPreset(preset, request_.choices);
+    if (!pages.isEmpty())
+        generalPage_->setPages(pages);
+    if (request_.copies != 0)
+        generalPage_->setCopies(request_.copies);
+    if (priority != 0)
+        request_.priority = priority;
+    if (!holdUntil.empty())
+        request_.holdUntil = holdUntil;
+}
+
 // From the printer's own choices on, as the command line does: what the preset does not name is not left over from
 // something else. Undo goes back to all that stood before.
-void PrintDialog::applyPreset(const Preset& preset) {
+void PrintDialog::applyPreset(const Preset& preset, const std::vector<JobOption>& given) {
     if (session_ == nullptr || actions_.isRunning())
         return;
     userHasBegun_ = true;
@@ -34,21 +60,24 @@ void PrintDialog::applyPreset(const Preset& preset) {
         request_.holdUntil = holdUntil;
     };
 
-    StartChoices start{.choices = {}, .given = preset.options, .freePaper = {}};
+    StartChoices start{.choices = {}, .preset = preset.options, .given = given, .freePaper = {}};
     JobRequest fields;
     QStringList told;
-    for (const std::string& complaint : takeJobFields(start.given, fields))
+    for (const std::string& complaint : takeJobFields(start.preset, fields))
         told << ofUtf8(complaint);
-    const auto pages = std::ranges::find(start.given, kPageRangesOption, &JobOption::name);
-    generalPage_->setPages(pages == start.given.end() ? QString() : ofUtf8(pages->value));
-    std::erase_if(start.given, [](const JobOption& each) { return each.name == kPageRangesOption; });
+    const auto pages = std::ranges::find(start.preset, kPageRangesOption, &JobOption::name);
+    generalPage_->setPages(pages == start.preset.end() ? QString() : ofUtf8(pages->value));
+    std::erase_if(start.preset, [](const JobOption& each) { return each.name == kPageRangesOption; });
     generalPage_->setCopies(fields.copies);
     if (fields.priority != 0)
         request_.priority = fields.priority;
     if (!fields.holdUntil.empty())
         request_.holdUntil = fields.holdUntil;
     const QString name = ofUtf8(preset.name.name);
-    beginAnew(printers_[static_cast<std::size_t>(printer_)], start, windowText(Text::ThePreset, language_).arg(name));
+    QStringList words(windowText(Text::ThePreset, language_).arg(name));
+    if (!given.empty())
+        words << windowText(Text::GivenOptions, language_);
+    beginAnew(printers_[static_cast<std::size_t>(printer_)], start, words.join(windowText(Text::And, language_)));
     if (!message().isEmpty())
         told << message();
     if (told.isEmpty())

@@ -278,7 +278,8 @@ void PrintDialog::choosePrinter(int index) {
     else
         choices.choices = kept.value_or(std::vector<JobOption>());
     if (!goesOn) {
-        choices.given = request_.choices;
+        if (!awaitsPreset(printer)) // with which they are made
+            choices.given = request_.choices;
     } else if (!isSame) {
         choices.attributes = request_.choices;
         choices.areAll = false;
@@ -290,6 +291,7 @@ void PrintDialog::choosePrinter(int index) {
     const int fetch = ++fetches_;
     if (!printer.hasPpdOnServer()) {
         beginAnew(printer, choices);
+        applyGivenPreset();
         return;
     }
     endSession();
@@ -307,6 +309,7 @@ void PrintDialog::beginWithPpd(const FetchedPpd& ppd, const StartChoices& choice
     printer.ppdText = ppd.text;
     if (!ppd.text.empty()) {
         beginAnew(printer, choices);
+        applyGivenPreset();
         return;
     }
     endSession();
@@ -314,19 +317,21 @@ void PrintDialog::beginWithPpd(const FetchedPpd& ppd, const StartChoices& choice
                            : ofUtf8(ppd.error));
 }
 
-void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices, const QString& preset) {
+void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices, const QString& words) {
     std::vector<printing::MarkedChoice> forPanels;
+    std::set<std::string> presetsOptions;
     endSession();
     actions_.run([&] {
         StartedSession started = start(printer, choices);
         forPanels = started.forPanels;
+        presetsOptions = started.presetsOptions;
         openSession(std::move(started));
     });
     if (session_ != nullptr && !forPanels.empty()) {
         const QString problems = message();
-        const QString words = preset.isEmpty() ? windowText(Text::GivenOptions, language_) : preset;
-        actions_.run([&] { chooseOnPanels(forPanels, preset.isEmpty() ? Held::Choose : Held::Leave); },
-                     Cause{.chosen = forPanels, .words = words});
+        actions_.run(
+            [&] { chooseOnPanels(forPanels, presetsOptions); },
+            Cause{.chosen = forPanels, .words = words.isEmpty() ? windowText(Text::GivenOptions, language_) : words});
         if (!problems.isEmpty())
             tell((problems + u' ' + message()).trimmed(), !undoButton_->isHidden());
     }
@@ -508,7 +513,8 @@ void PrintDialog::restorePanels() {
 }
 
 // On their controls, in the order of their keys, as a user makes them. Before, what the panels answer to.
-void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choices, Held held) {
+void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choices,
+                                 const std::set<std::string>& unlessHeld) {
     std::string error;
     if (const auto twoSided = std::ranges::find(choices, keywords::kDuplex, &printing::MarkedChoice::first);
         twoSided != choices.end())
@@ -521,7 +527,7 @@ void PrintDialog::chooseOnPanels(const std::vector<printing::MarkedChoice>& choi
         for (const std::string& key : keys) {
             const auto choice = std::ranges::find(choices, key, &printing::MarkedChoice::first);
             if (choice == choices.end() ||
-                (held == Held::Leave && session_->description().markedChoice(key) == choice->second))
+                (unlessHeld.contains(key) && session_->description().markedChoice(key) == choice->second))
                 continue;
             if (!std::exchange(isReady, true))
                 tab.isPopulated = session_->showPanel(*tab.panel);

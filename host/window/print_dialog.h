@@ -18,6 +18,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 class QLabel;
@@ -95,8 +96,8 @@ private:
     [[nodiscard]] StartChoices choicesSoFar() const;
     [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
     void openSession(StartedSession started);
-    /// What was given is told under the preset's name where it is one's, else as options that were given.
-    void beginAnew(const Printer& printer, const StartChoices& choices, const QString& preset = {});
+    /// What was given is told under these words; empty: as options that were given.
+    void beginAnew(const Printer& printer, const StartChoices& choices, const QString& words = {});
     void endSession();
 
     // Panels and pages.
@@ -109,8 +110,7 @@ private:
     void savePopulatedPanels();
     void showPanelsAnew();
     void restorePanels();
-    enum class Held { Choose, Leave }; ///< choices that hold already
-    void chooseOnPanels(const std::vector<printing::MarkedChoice>& choices, Held held);
+    void chooseOnPanels(const std::vector<printing::MarkedChoice>& choices, const std::set<std::string>& unlessHeld);
 
     // The host's own choices.
     void userChoosesPaper(const printing::Paper& paper, const printing::MarkedChoice& cause);
@@ -121,7 +121,9 @@ private:
     void act(const std::function<void()>& action, const Cause& cause = {});
 
     // Presets.
-    void applyPreset(const Preset& preset);
+    [[nodiscard]] bool awaitsPreset(const Printer& printer) const;
+    void applyGivenPreset();
+    void applyPreset(const Preset& preset, const std::vector<JobOption>& given = {});
     /// nullopt where they cannot be kept; the user has been told why.
     [[nodiscard]] std::optional<std::vector<JobOption>> choicesForPreset();
 

@@ -121,17 +121,22 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
     started.problems = takeJobFields(kept, started.fields);
     if (start.areAll)
         kept.clear();
-    for (const auto* choices : {&std::as_const(kept), &start.choices, &start.given, &start.attributes})
+    for (const auto* choices : {&std::as_const(kept), &start.choices, &start.preset, &start.given, &start.attributes})
         for (const JobOption& given : *choices)
             for (const MeantOption& meant : meaningOf(given, description, installable)) {
+                const bool isGiven = choices == &start.preset || choices == &start.given;
                 const bool isForPanels =
                     managed.contains(meant.option.name) || (!managed.empty() && meant.option.name == keywords::kDuplex);
                 const bool isOfTheJob = meant.kind == OptionKind::Attribute || meant.kind == OptionKind::UnknownOption;
                 if (choices == &start.attributes && !isOfTheJob)
                     continue;
-                if (meant.kind == OptionKind::Choice && choices == &start.given && isForPanels) {
+                if (meant.kind == OptionKind::Choice && isGiven && isForPanels) {
                     std::erase_if(started.forPanels, [&](const auto& each) { return each.first == meant.option.name; });
                     started.forPanels.emplace_back(meant.option.name, meant.option.value);
+                    if (choices == &start.preset)
+                        started.presetsOptions.insert(meant.option.name);
+                    else
+                        started.presetsOptions.erase(meant.option.name);
                 } else if (meant.kind == OptionKind::Choice) {
                     mark(meant.option);
                 } else if (meant.kind == OptionKind::PrintSetting) {
@@ -140,7 +145,7 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
                 } else if (isOfTheJob) {
                     std::erase_if(started.attributes, [&](const auto& each) { return each.name == meant.option.name; });
                     started.attributes.push_back(meant.option);
-                } else if (choices == &start.given) {
+                } else if (isGiven) {
                     started.problems.push_back(meant.reason);
                 }
             }

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,10 +13,11 @@ namespace host {
 
 /// What a session begins with beside its printer's defaults.
 struct StartChoices {
-    std::vector<JobOption> choices; ///< by the names of job options; of equal names the last one holds
-    std::vector<JobOption> given;   ///< the same, to be made on the panels' controls once they are there
+    std::vector<JobOption> choices;  ///< by the names of job options; of equal names the last one holds
+    std::vector<JobOption> preset{}; ///< as those that are given, before them; what holds already is left as it is
+    std::vector<JobOption> given;    ///< the same, to be made on the panels' controls once they are there
     /// The same, of which only what is the job's own counts and no choice of the printer's options.
-    std::vector<JobOption> attributes = {};
+    std::vector<JobOption> attributes{};
     /// Nothing else holds: of what is kept for the printer only the job's fields count.
     bool areAll = false;
     std::optional<printing::PrintSettings> settings = printing::PrintSettings();
@@ -45,6 +47,7 @@ struct StartedSession {
     std::vector<JobOption> attributes;
     JobRequest fields{}; ///< what is kept for the queue beside its options: copies, priority, holding time, title
     std::vector<printing::MarkedChoice> forPanels; ///< of what was given: what the panels manage or answer
+    std::set<std::string> presetsOptions{};        ///< of these, those that only the preset names
     std::vector<std::string> problems;             ///< a sentence for each that was given and cannot be used
 };
 

@@ -75,7 +75,8 @@ TEST_F(DialogStart, TheModuleIsGivenWhatTheCommandLineSays) {
     EXPECT_THAT(linesOf(result.output),
                 ElementsAre("document: " + one, "document: " + two, "title: A title", "printer: Office/photo",
                             "server: server", "ppd: x.ppd", "folder: out", "choice: CVMediaType=Glossy",
-                            "choice: page-ranges=1-2", "copies: 2", "priority: 9", "hold: night", "bundle: b.plugin"));
+                            "choice: page-ranges=1-2", "preset: ", "copies: 2", "priority: 9", "hold: night",
+                            "bundle: b.plugin"));
 }
 
 TEST_F(DialogStart, StandardInputIsKeptForTheDialog) {

@@ -71,6 +71,27 @@ TEST_F(PresetCommands, AGivenChoiceGoesBeforeThePresetsAndTheRulesApply) {
     EXPECT_THAT(options, AllOf(Contains("CVMediaType=Plain"), Contains("CVResolution=PlainNormal")));
 }
 
+TEST_F(PresetCommands, TheDialogIsGivenThePresetByItsName) {
+    savePhoto();
+    namespace fs = std::filesystem;
+    const fs::path program = folder_.path() / "bin" / "corvane-print";
+    const fs::path window = folder_.path() / "lib" / "corvane-print" / "libcv_window.so";
+    fs::create_directories(program.parent_path());
+    fs::create_directories(window.parent_path());
+    fs::copy(PRINT_PROGRAM, program);
+    fs::copy(WINDOW_MODULE, window);
+    environment_["DISPLAY"] = ":99";
+    const auto result = test_support::runProgram(
+        {.program = program,
+         .arguments = {"corvane-print", "-d", "Sample", "--preset", "photo", "-o", "CVBiDir=OFF", page()},
+         .environment = environment_});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_THAT(linesOf(result.output),
+                AllOf(Contains("preset: photo"), Contains("preset's: CVMediaType=Glossy"),
+                      Contains("preset's: copies=2"), Contains("choice: CVBiDir=OFF"), Contains("copies: 0")));
+    EXPECT_THAT(result.output, testing::Not(HasSubstr("choice: CVMediaType")));
+}
+
 TEST_F(PresetCommands, TheyAreListedRenamedAndDeleted) {
     savePhoto();
     EXPECT_EQ(run({"--presets"}).output, "Sample/photo\n");

@@ -20,6 +20,9 @@ int CVRunPrintDialog(const host::DialogRequest& request) {
     tell("folder", request.folder);
     for (const host::JobOption& choice : request.choices)
         tell("choice", choice.name + "=" + choice.value);
+    tell("preset", request.preset);
+    for (const host::JobOption& choice : request.presetChoices)
+        tell("preset's", choice.name + "=" + choice.value);
     tell("copies", std::to_string(request.copies));
     tell("priority", std::to_string(request.priority));
     tell("hold", request.holdUntil);

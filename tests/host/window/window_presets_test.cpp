@@ -170,6 +170,53 @@ private slots:
         QCOMPARE(window.dialog().message(), QString("The step has been undone."));
     }
 
+    void aPresetThatWasNamedIsChosenAsFromTheMenu() {
+        const std::vector<host::JobOption> photo = {{"CVMediaType", "Glossy"}, {"copies", "3"}, {"page-ranges", "2"}};
+        WindowUnderTest plain({.queue = "Office", .kept = {{"PageSize", "A5"}}});
+        WindowUnderTest window({.queue = "Office",
+                                .kept = {{"PageSize", "A5"}},
+                                .printer = "Office",
+                                .preset = "photo",
+                                .presetChoices = photo});
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QCOMPARE(window.marked("PageSize"), QString("A5"));
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 3);
+        QCOMPARE(window.widget<QLineEdit>("pagesField").text(), QString("2"));
+        const QString told = window.dialog().message();
+        QVERIFY2(told.startsWith("Because you chose the preset “photo”: "), qPrintable(told));
+        window.click("undoButton");
+        QVERIFY(window.session().description().marks() == plain.session().description().marks());
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 1);
+    }
+
+    void whatIsGivenBesideANamedPresetGoesBefore() {
+        WindowUnderTest window({.choices = {{"CVMediaType", "Plain"}, {"page-ranges", "4"}},
+                                .queue = "Office",
+                                .printer = "Office",
+                                .preset = "photo",
+                                .presetChoices = {{"CVMediaType", "Glossy"},
+                                                  {"CVResolution", "Photo"},
+                                                  {"copies", "3"},
+                                                  {"page-ranges", "2"}},
+                                .copies = 5});
+        QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 5);
+        QCOMPARE(window.widget<QLineEdit>("pagesField").text(), QString("4"));
+        const QString told = window.dialog().message();
+        QVERIFY2(told.startsWith("Because you chose the preset “photo” and the options that were given: "),
+                 qPrintable(told));
+    }
+
+    void aNamedPresetIsForItsQueueAlone() {
+        WindowUnderTest window({.choices = {{"CVBiDir", "OFF"}},
+                                .queue = "Other",
+                                .printer = "Office",
+                                .preset = "photo",
+                                .presetChoices = {{"CVMediaType", "Glossy"}}});
+        QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
+        QCOMPARE(window.marked("CVBiDir"), QString("OFF"));
+    }
+
     void aChoiceThatIsRefusedOrUnknownIsTold() {
         write("Dest Office/odd CVInputSlot=Tray2 CVMediaType=Glossy CVResolution=Marble copies=none\n");
         WindowUnderTest window({.queue = "Office"});

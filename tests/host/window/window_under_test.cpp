@@ -25,6 +25,8 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
     request.printer = std::move(setup.printer);
     request.instance = std::move(setup.instance);
     request.server = std::move(setup.server);
+    request.preset = std::move(setup.preset);
+    request.presetChoices = std::move(setup.presetChoices);
     request.copies = setup.copies;
     request.choices = std::move(setup.choices);
     request.bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin";

@@ -35,6 +35,8 @@ public:
         ToFolder folder = ToFolder::Yes;
         bool looksForQueues = false;
         std::string printer = {}, instance = {}, server = {}; ///< as in host::DialogRequest
+        std::string preset = {};                              ///< the same
+        std::vector<host::JobOption> presetChoices = {};      ///< the same
         int copies = 0;                                       ///< the same
     };
     /// The pages of the dialog, as tabs.
