@@ -56,6 +56,20 @@ private:
     toolkit::MemoryUserDefaults written_;
 };
 
+int failWith(const std::string& program, int status, const std::string& sentence) {
+    std::cerr << program << ": " << sentence << std::endl;
+    return status;
+}
+
+/// The exit status for what was written to standard output. `done` is a sentence on what is done all the same.
+int finishOutput(const std::string& program, const std::string& done = "") {
+    if (std::cout.flush())
+        return kExitDone;
+    return failWith(program, kExitNotPrinted,
+                    done + (done.empty() ? "" : " ") +
+                        "Standard output cannot be written to its end: check the disk or the program that takes it.");
+}
+
 /// A run of the command.
 class PrintCommand {
 public:
@@ -64,10 +78,7 @@ public:
     int run();
 
 private:
-    int fail(int status, const std::string& sentence) const {
-        std::cerr << arguments_.program << ": " << sentence << std::endl;
-        return status;
-    }
+    int fail(int status, const std::string& sentence) const { return failWith(arguments_.program, status, sentence); }
     void note(const std::string& sentence) const { fail(kExitDone, sentence); }
 
     [[nodiscard]] std::filesystem::path bundle() const {
@@ -80,7 +91,6 @@ private:
     [[nodiscard]] std::string readPpd();
     [[nodiscard]] std::string destination() const;
     void putOwnFields();
-    int finishOutput() const;
     int changeSentJob();
     int managePresets();
     int keepPreset(const PreparedJob& job);
@@ -210,14 +220,6 @@ int PrintCommand::run() {
     return arguments_.showsDialog ? runDialog() : prepareAndPrint();
 }
 
-/// The exit status for what was written to standard output.
-int PrintCommand::finishOutput() const {
-    if (std::cout.flush())
-        return kExitDone;
-    return fail(kExitNotPrinted, "Standard output cannot be written to its end: check the disk or the program that "
-                                 "takes it.");
-}
-
 int PrintCommand::managePresets() {
     if (arguments_.listsPresets) {
         QueueList list = listQueues(arguments_.server);
@@ -229,7 +231,7 @@ int PrintCommand::managePresets() {
             return fail(kExitNotPrinted, "There is no queue " + quotedText(arguments_.queue) +
                                              ": name another one by -d, or none to list the presets of all.");
         (arguments_.json ? writePresetsAsJson : writePresets)(std::cout, list.queues);
-        return finishOutput();
+        return finishOutput(arguments_.program);
     }
     if (arguments_.queue.empty()) // a queue that is named need not be there any more
         if (const std::string error = findQueue(); !error.empty())
@@ -255,7 +257,7 @@ int PrintCommand::keepPreset(const PreparedJob& job) {
         return fail(kExitNotPrinted, failure);
     if (!arguments_.isSilent)
         std::cout << "preset is " << arguments_.queue << "/" << arguments_.savedPreset << std::endl;
-    return kExitDone;
+    return finishOutput(arguments_.program, "The preset was kept.");
 }
 
 int PrintCommand::changeSentJob() {
@@ -394,7 +396,7 @@ int PrintCommand::report(PreparedJob& job) {
                                  .options = request_.options};
         (arguments_.json ? writeOptionsAsJson : writeOptions)(std::cout, planned);
     }
-    const int status = finishOutput();
+    const int status = finishOutput(arguments_.program);
     if (!arguments_.check || status != kExitDone)
         return status;
     const std::vector<std::string>& unknown = job.unknownOptions();
@@ -414,7 +416,7 @@ int PrintCommand::submit() {
             if (!arguments_.isSilent)
                 std::cout << "ticket is " << result.path << std::endl;
         }
-        return kExitDone;
+        return finishOutput(arguments_.program, "The job was printed to the folder.");
     }
     const JobResult result =
         submitDocumentsToQueue({.server = arguments_.server, .queue = arguments_.queue}, request_, documents_);
@@ -425,7 +427,8 @@ int PrintCommand::submit() {
                   << " file(s))" << std::endl;
     if (!result.note.empty())
         note(result.note);
-    return kExitDone;
+    return finishOutput(arguments_.program,
+                        "The job " + arguments_.queue + "-" + std::to_string(result.jobId) + " was sent.");
 }
 
 } // namespace
@@ -434,16 +437,15 @@ int runPrintCommand(const std::vector<std::string>& given, const std::string& ve
     std::string error;
     Arguments arguments = readArguments(given, error);
     if (!error.empty()) {
-        std::cerr << arguments.program << ": " << error << std::endl;
-        return kExitUsage;
+        return failWith(arguments.program, kExitUsage, error);
     }
     if (arguments.showsHelp) {
-        std::cout << usage(arguments.program) << std::flush;
-        return kExitDone;
+        std::cout << usage(arguments.program);
+        return finishOutput(arguments.program);
     }
     if (arguments.showsVersion) {
-        std::cout << arguments.program << " " << version << std::endl;
-        return kExitDone;
+        std::cout << arguments.program << " " << version << "\n";
+        return finishOutput(arguments.program);
     }
     return PrintCommand(std::move(arguments)).run();
 }

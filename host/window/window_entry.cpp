@@ -17,6 +17,8 @@ extern "C" __attribute__((visibility("default"))) const int CVPrintDialogInterfa
 namespace {
 
 constexpr int kDone = 0, kFailed = 1;
+constexpr const char* kNotWritten = "corvane-print: The job was sent. Standard output cannot be written to its end: "
+                                    "check the disk or the program that takes it.\n";
 
 // The printers that are known without asking a server: the PPD that was given, then the samples.
 std::vector<host::Printer> knownPrinters(const host::DialogRequest& request) {
@@ -35,15 +37,15 @@ std::vector<host::Printer> knownPrinters(const host::DialogRequest& request) {
     return printers;
 }
 
-// As lp tells it.
-void tellRequests(const host::PrintDialog& dialog, std::size_t documents) {
+// As lp tells it. False where that cannot be written.
+bool tellRequests(const host::PrintDialog& dialog, std::size_t documents) {
     for (const host::JobResult& result : dialog.printed())
         if (result.jobId != 0)
             std::printf("request id is %s-%d (%zu file(s))\n", dialog.destination().queue->queue.c_str(), result.jobId,
                         documents);
         else
             std::printf("%s\n", result.path.c_str());
-    std::fflush(stdout);
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 } // namespace
@@ -67,7 +69,9 @@ extern "C" __attribute__((visibility("default"))) int CVRunPrintDialog(const hos
                                        .printers = knownPrinters(request),
                                        .looksForQueues = request.ppd.empty() || request.folder.empty()});
     const bool usable = dialog.exec() == QDialog::Rejected || !dialog.printed().empty();
-    if (!request.isSilent)
-        tellRequests(dialog, request.documents.size());
+    if (!request.isSilent && !tellRequests(dialog, request.documents.size())) {
+        std::fputs(kNotWritten, stderr);
+        return kFailed;
+    }
     return usable ? kDone : kFailed;
 }

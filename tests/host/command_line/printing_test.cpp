@@ -120,6 +120,25 @@ TEST_F(Printing, AReportThatCannotBeWrittenIsAFailure) {
     }
 }
 
+TEST_F(Printing, WhatCannotBeToldIsAFailureThatSaysWhatIsDone) {
+    const std::pair<std::vector<std::string>, const char*> rows[] = {
+        {{"--help"}, "Standard output cannot be written"},
+        {{"--version"}, "Standard output cannot be written"},
+        {{"-d", "Sample", page()}, " was sent. Standard output cannot be written"},
+        {{"--ppd", kSamplePpd, "--to", folder_.path() / "out", page()}, "printed to the folder. Standard output"},
+    };
+    const std::size_t jobs = server().jobStates().size();
+    for (const auto& [arguments, sentence] : rows) {
+        std::vector<std::string> all = {"sh", "-c", "exec \"$@\" >/dev/full", "sh", PRINT_PROGRAM, "--no-dialog"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const auto result =
+            test_support::runProgram({.program = "/bin/sh", .arguments = all, .environment = environment_});
+        EXPECT_EQ(result.status, kExitNotPrinted) << sentence;
+        EXPECT_THAT(linesOf(result.errors), testing::Contains(HasSubstr(sentence)));
+    }
+    EXPECT_EQ(server().jobStates().size(), jobs + 1);
+}
+
 TEST_F(Printing, EmptyStandardInputIsNoJob) {
     const auto result = run({"-d", "Sample"}, "");
     EXPECT_EQ(result.status, kExitNotPrinted);

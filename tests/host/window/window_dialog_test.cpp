@@ -27,8 +27,12 @@
 #include <QTreeWidget>
 
 #include <atomic>
+#include <cstdio>
+#include <dlfcn.h>
+#include <fcntl.h>
 #include <filesystem>
 #include <thread>
+#include <unistd.h>
 
 using tests::WindowUnderTest;
 
@@ -603,6 +607,37 @@ private slots:
         window.answer({agree});
         window.click("printButton");
         QVERIFY(!window.ticket().isEmpty());
+    }
+
+    // Through the entry, as the program runs it.
+    void aJobThatCannotBeToldIsAFailureOfTheProgram() {
+        void* module = ::dlopen(WINDOW_MODULE, RTLD_NOW | RTLD_LOCAL);
+        QVERIFY2(module != nullptr, ::dlerror());
+        auto* entry = reinterpret_cast<host::DialogEntry*>(::dlsym(module, host::kDialogEntrySymbol));
+        QVERIFY(entry != nullptr);
+        for (const auto& [output, status] : {std::pair("/dev/null", 0), std::pair("/dev/full", 1)}) {
+            const QTemporaryDir folder;
+            QTimer prints;
+            connect(&prints, &QTimer::timeout, &prints, [] {
+                const QWidget* modal = QApplication::activeModalWidget();
+                for (const char* name : {"normalPaperAlertOKButton", "printButton"})
+                    if (auto* button = modal == nullptr ? nullptr : modal->findChild<QPushButton*>(name))
+                        button->click();
+            });
+            prints.start(10);
+            const int own = ::dup(STDOUT_FILENO), other = ::open(output, O_WRONLY);
+            ::dup2(other, STDOUT_FILENO);
+            const int ended = entry({.documents = {WindowUnderTest::samplePicture()},
+                                     .ppd = CV_SOURCE_DIR "/resources/models/corvane-a3.ppd",
+                                     .folder = folder.path().toStdString(),
+                                     .bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin"});
+            ::dup2(own, STDOUT_FILENO);
+            std::clearerr(stdout);
+            ::close(own);
+            ::close(other);
+            QCOMPARE(ended, status);
+            QVERIFY(QFile::exists(folder.filePath("ticket.json")));
+        }
     }
 
     void theWindowLivesWhileAServerDoesNotAnswer() {
