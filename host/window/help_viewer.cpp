@@ -40,10 +40,10 @@ HelpViewer::HelpViewer(QWidget& window, Language language) : QDialog(&window), b
     setWindowTitle(windowText(Text::Help, language));
     QString taken;
     auto* buttons = new QDialogButtonBox(this);
-    auto* back =
-        buttons->addButton(textWithMnemonic(windowText(Text::Back, language), taken), QDialogButtonBox::ActionRole);
-    auto* close =
-        buttons->addButton(textWithMnemonic(windowText(Text::Close, language), taken), QDialogButtonBox::RejectRole);
+    auto* back = buttons->addButton(QString(), QDialogButtonBox::ActionRole);
+    auto* close = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+    setTextWithMnemonic(*back, windowText(Text::Back, language), taken);
+    setTextWithMnemonic(*close, windowText(Text::Close, language), taken);
     back->setEnabled(false);
     connect(back, &QPushButton::clicked, browser_, &QTextBrowser::backward);
     connect(browser_, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);

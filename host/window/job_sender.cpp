@@ -45,7 +45,8 @@ public:
         bar_->setAccessibleName(words_.title);
         auto* buttons = new QDialogButtonBox(this);
         QString taken;
-        button_ = buttons->addButton(textWithMnemonic(words_.cancel, taken), QDialogButtonBox::RejectRole);
+        button_ = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+        setTextWithMnemonic(*button_, words_.cancel, taken);
         button_->setObjectName("cancelPrintingButton");
         connect(button_, &QPushButton::clicked, this, &QDialog::reject);
         auto* layout = new QVBoxLayout(this);

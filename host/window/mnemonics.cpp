@@ -77,6 +77,8 @@ QString textWithoutMnemonic(const QString& text) {
 }
 
 void setCaption(QWidget& widget, const QString& text) {
+    if (widget.accessibleName().isEmpty() || widget.accessibleName() == caption(widget))
+        widget.setAccessibleName(text);
     widget.setProperty(kCaption, text);
     const auto* label = qobject_cast<QLabel*>(&widget);
     show(widget, label != nullptr && label->buddy() == nullptr ? text : textWithoutMnemonic(text));
@@ -93,6 +95,11 @@ QString textWithMnemonic(const QString& text, QString& taken, const QString& pre
             return withLetter(text, letter);
         }
     return textWithoutMnemonic(text);
+}
+
+void setTextWithMnemonic(QAbstractButton& button, const QString& text, QString& taken, const QString& preferred) {
+    button.setText(textWithMnemonic(text, taken, preferred));
+    button.setAccessibleName(text);
 }
 
 void assignMnemonics(QWidget& page, const QString& taken) {

@@ -2,12 +2,13 @@
 
 #include <QString>
 
+class QAbstractButton;
 class QWidget;
 
 namespace host {
 
 /// Sets a widget's text (a label, a button or a tab's title), shown as it stands: no character of it is markup.
-/// assignMnemonics() adds the mnemonic.
+/// assignMnemonics() adds the mnemonic. A widget without another accessible name is called by the text alone.
 void setCaption(QWidget& widget, const QString& text);
 /// The text that setCaption() set last; empty where it set none.
 QString caption(const QWidget& widget);
@@ -16,6 +17,8 @@ QString caption(const QWidget& widget);
 /// joins. Without one where none is left. Texts without Latin letters get one in brackets, of the preferred text if it
 /// has one that is free.
 QString textWithMnemonic(const QString& text, QString& taken, const QString& preferred = {});
+/// Shows it on a button, which assistive technology calls by the text alone.
+void setTextWithMnemonic(QAbstractButton& button, const QString& text, QString& taken, const QString& preferred = {});
 /// The same text without any mnemonic.
 QString textWithoutMnemonic(const QString& text);
 

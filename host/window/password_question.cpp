@@ -50,9 +50,11 @@ QDialog* showQuestion(QWidget& window, const Language& language, const PasswordQ
     password->setFocus();
     auto* buttons = new QDialogButtonBox;
     QString taken;
-    buttons->addButton(textWithMnemonic(windowText(action, language), taken), QDialogButtonBox::AcceptRole)
-        ->setDefault(true);
-    buttons->addButton(textWithMnemonic(windowText(Text::Cancel, language), taken), QDialogButtonBox::RejectRole);
+    auto* agree = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    agree->setDefault(true);
+    setTextWithMnemonic(*agree, windowText(action, language), taken);
+    setTextWithMnemonic(*buttons->addButton(QString(), QDialogButtonBox::RejectRole),
+                        windowText(Text::Cancel, language), taken);
     QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
     form->addRow(buttons);

@@ -71,6 +71,7 @@ void ask(QWidget& window, const Language& language, const Question& question) {
         field.setObjectName(name);
         field.setAccessibleName(text);
         auto* label = new QLabel(textWithMnemonic(windowText(Text::Caption, language).arg(text), taken));
+        label->setAccessibleName(text);
         label->setBuddy(&field);
         form->addRow(label, &field);
     };
@@ -93,11 +94,13 @@ void ask(QWidget& window, const Language& language, const Question& question) {
     refusal->setObjectName("presetRefusal");
     refusal->hide();
     auto* buttons = new QDialogButtonBox;
-    auto* does = buttons->addButton(textWithMnemonic(action, taken), QDialogButtonBox::AcceptRole);
+    auto* does = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
+    setTextWithMnemonic(*does, action, taken);
     does->setObjectName("presetActionButton");
     does->setDefault(true);
-    buttons->addButton(textWithMnemonic(windowText(Text::Cancel, language), taken), QDialogButtonBox::RejectRole)
-        ->setObjectName("presetCancelButton");
+    auto* cancel = buttons->addButton(QString(), QDialogButtonBox::RejectRole);
+    setTextWithMnemonic(*cancel, windowText(Text::Cancel, language), taken);
+    cancel->setObjectName("presetCancelButton");
     form->addRow(buttons);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
@@ -121,10 +124,11 @@ bool wantsToReplace(QWidget& asking, const std::string& name, const Language& la
     box.setObjectName("replaceQuestion");
     box.setTextFormat(Qt::PlainText);
     QString taken;
-    auto* replace =
-        box.addButton(textWithMnemonic(windowText(Text::Replace, language), taken), QMessageBox::AcceptRole);
+    auto* replace = box.addButton(QString(), QMessageBox::AcceptRole);
+    setTextWithMnemonic(*replace, windowText(Text::Replace, language), taken);
     replace->setObjectName("replaceButton");
-    auto* cancel = box.addButton(textWithMnemonic(windowText(Text::Cancel, language), taken), QMessageBox::RejectRole);
+    auto* cancel = box.addButton(QString(), QMessageBox::RejectRole);
+    setTextWithMnemonic(*cancel, windowText(Text::Cancel, language), taken);
     cancel->setObjectName("keepButton");
     box.setDefaultButton(cancel);
     box.setEscapeButton(cancel);

@@ -24,6 +24,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -38,8 +39,8 @@ QString ofUtf8(std::string_view text) {
 }
 
 // Every language has the letters of the English text, where they are free.
-QString titleWithMnemonic(Text text, Language language, QString& taken) {
-    return textWithMnemonic(windowText(text, language), taken, windowText(text, Language::English));
+void setTitle(QAbstractButton& button, Text text, Language language, QString& taken) {
+    setTextWithMnemonic(button, windowText(text, language), taken, windowText(text, Language::English));
 }
 
 // As high as the page in front needs it, whatever texts wrap on the others.
@@ -149,7 +150,8 @@ QWidget* PrintDialog::makeMessageLine() {
     message_->setTextFormat(Qt::PlainText);
     message_->setWordWrap(true);
     message_->setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
-    undoButton_ = new QPushButton(titleWithMnemonic(Text::Undo, language_, takenLetters_), messageLine_);
+    undoButton_ = new QPushButton(messageLine_);
+    setTitle(*undoButton_, Text::Undo, language_, takenLetters_);
     undoButton_->setObjectName("undoButton");
     undoButton_->setAutoDefault(false);
     connect(undoButton_, &QPushButton::clicked, this, [this] { undo(); });
@@ -162,9 +164,13 @@ QWidget* PrintDialog::makeMessageLine() {
 }
 
 QWidget* PrintDialog::makeButtons() {
-    const auto title = [&](Text text) { return titleWithMnemonic(text, language_, takenLetters_); };
     auto* buttons = new QDialogButtonBox(this);
-    printButton_ = buttons->addButton(title(Text::Print), QDialogButtonBox::AcceptRole);
+    const auto add = [&](Text text, QDialogButtonBox::ButtonRole role) {
+        QPushButton* button = buttons->addButton(QString(), role);
+        setTitle(*button, text, language_, takenLetters_);
+        return button;
+    };
+    printButton_ = add(Text::Print, QDialogButtonBox::AcceptRole);
     printButton_->setObjectName("printButton");
     printButton_->setDefault(true);
     connect(printButton_, &QPushButton::clicked, this, [this] { print(); });
@@ -173,11 +179,11 @@ QWidget* PrintDialog::makeButtons() {
     cancel->setObjectName("cancelButton");
     cancel->setAutoDefault(false);
     connect(cancel, &QPushButton::clicked, this, [this] { reject(); });
-    auto* defaults = buttons->addButton(title(Text::Defaults), QDialogButtonBox::ResetRole);
+    auto* defaults = add(Text::Defaults, QDialogButtonBox::ResetRole);
     defaults->setObjectName("defaultsButton");
     defaults->setAutoDefault(false);
     connect(defaults, &QPushButton::clicked, this, [this] { useDefaults(); });
-    auto* more = buttons->addButton(title(Text::More), QDialogButtonBox::HelpRole);
+    auto* more = add(Text::More, QDialogButtonBox::HelpRole);
     more->setObjectName("moreButton");
     more->setAutoDefault(false);
     auto* menu = new QMenu(more);
@@ -196,11 +202,14 @@ QWidget* PrintDialog::makeButtons() {
 
 void PrintDialog::giveTabTitles() {
     QString taken = takenLetters_;
-    tabs_->setTabText(0, titleWithMnemonic(Text::General, language_, taken));
-    tabs_->setTabText(tabs_->count() - 1, titleWithMnemonic(Text::Summary, language_, taken));
+    const auto give = [&](int index, const QString& title, const QString& preferred = {}) {
+        tabs_->setTabText(index, textWithMnemonic(title, taken, preferred));
+        tabs_->tabBar()->setAccessibleTabName(index, title);
+    };
+    give(0, windowText(Text::General, language_), windowText(Text::General, Language::English));
+    give(tabs_->count() - 1, windowText(Text::Summary, language_), windowText(Text::Summary, Language::English));
     for (std::size_t index = 0; index < panelTabs_.size(); ++index)
-        tabs_->setTabText(static_cast<int>(index) + 1,
-                          textWithMnemonic(ofUtf8(panelTabs_[index].panel->panelName()), taken));
+        give(static_cast<int>(index) + 1, ofUtf8(panelTabs_[index].panel->panelName()));
     generalPage_->setTakenLetters(taken);
     summaryPage_->setTakenLetters(taken);
 }

@@ -4,6 +4,8 @@
 #include "host/window/mnemonics.h"
 #include "host/window/pictures.h"
 #include "toolkit/button.h"
+#include "toolkit/image_view.h"
+#include "toolkit/label.h"
 #include "toolkit/window.h"
 
 #include <QAbstractButton>
@@ -33,10 +35,28 @@ void showPlainly(QMessageBox& box) {
         label->setTextFormat(Qt::PlainText);
 }
 
+// The picture says nothing that the text does not.
+void namePicture(QMessageBox& box) {
+    if (auto* picture = box.findChild<QLabel*>("qt_msgboxex_icon_label"))
+        picture->setAccessibleName(box.text());
+}
+
+// The same of an alert window, whose labels are its text.
+void namePictures(const QDialog& dialog, const std::vector<toolkit::View*>& content) {
+    QStringList texts;
+    for (const toolkit::View* view : content)
+        if (const auto* label = dynamic_cast<const toolkit::Label*>(view); label != nullptr && !label->isHidden())
+            texts << ofUtf8(label->text());
+    for (const toolkit::View* view : content)
+        if (dynamic_cast<const toolkit::ImageView*>(view) != nullptr)
+            if (auto* picture = dialog.findChild<QWidget*>(QString::fromStdString(view->name())))
+                picture->setAccessibleName(texts.join(u' '));
+}
+
 QPushButton* addButton(QMessageBox& box, const toolkit::LocalizedText& button, QString& taken) {
     const bool cancels = button.key == kCancelKey;
-    QPushButton* added = box.addButton(textWithMnemonic(ofUtf8(button.text), taken),
-                                       cancels ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+    QPushButton* added = box.addButton(QString(), cancels ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+    setTextWithMnemonic(*added, ofUtf8(button.text), taken);
     if (cancels)
         box.setEscapeButton(added);
     return added;
@@ -59,15 +79,17 @@ toolkit::AlertAnswer WindowAlerts::presentAlert(const toolkit::Alert& alert, boo
                     ? picture.scaled(kLargestIcon, kLargestIcon, Qt::KeepAspectRatio, Qt::SmoothTransformation)
                     : picture);
     showPlainly(*box);
+    namePicture(*box);
     QString taken;
     std::vector<QAbstractButton*> buttons;
     for (const toolkit::LocalizedText& button : alert.buttons)
         buttons.push_back(addButton(*box, button, taken));
     if (!buttons.empty())
         box->setDefaultButton(static_cast<QPushButton*>(buttons.front()));
-    if (alert.showsSuppressionButton)
-        box->setCheckBox(
-            new QCheckBox(textWithMnemonic(ofUtf8(bundle_->localizedString(kSuppressionKey)), taken), box));
+    if (alert.showsSuppressionButton) {
+        box->setCheckBox(new QCheckBox(box));
+        setTextWithMnemonic(*box->checkBox(), ofUtf8(bundle_->localizedString(kSuppressionKey)), taken);
+    }
     box->exec();
     if (box == nullptr) // its window went away meanwhile
         return {.button = static_cast<int>(alert.buttons.size()) - 1};
@@ -88,6 +110,7 @@ void WindowAlerts::presentPanel(const toolkit::AlertPanel& panel) {
     box->setText(ofUtf8(panel.title));
     box->setInformativeText(ofUtf8(panel.message));
     showPlainly(*box);
+    namePicture(*box);
     QString taken;
     box->setDefaultButton(addButton(*box, panel.defaultButton, taken));
     box->exec();
@@ -118,6 +141,7 @@ void WindowAlerts::presentWindow(toolkit::Window& window) {
     dialog->setWindowModality(Qt::WindowModal);
     dialog->setWindowTitle(ofUtf8(window.title()));
     dialog->layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    namePictures(*dialog, window.content());
     bool isAnswered = false;
     for (auto* button : dialog->findChildren<QPushButton*>())
         QObject::connect(button, &QPushButton::clicked, dialog, [&isAnswered, dialog] {
@@ -146,8 +170,10 @@ void showMessage(QWidget& window, QMessageBox::Icon icon, const QString& message
     box->setText(message);
     box->setInformativeText(explanation);
     showPlainly(*box);
+    namePicture(*box);
     QString taken;
-    QPushButton* close = box->addButton(textWithMnemonic(button, taken), QMessageBox::AcceptRole);
+    QPushButton* close = box->addButton(QString(), QMessageBox::AcceptRole);
+    setTextWithMnemonic(*close, button, taken);
     box->setDefaultButton(close);
     box->setEscapeButton(close);
     box->exec();

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSlider>
 #include <QTabWidget>
 
@@ -27,6 +28,21 @@ void chooseBestQuality(WindowUnderTest& window) {
     window.pick("mediaTypePopup", kGlossy);
     auto& box = window.widget<QComboBox>("resolutionPopup");
     window.pick("resolutionPopup", box.count() - 1);
+}
+
+// Of what an assistive technology finds from here on, the names with a letter in brackets.
+QStringList namesWithMnemonics(QAccessibleInterface* from) {
+    static const QRegularExpression letterInBrackets(QStringLiteral("\\([A-Z]\\)"));
+    QStringList found;
+    if (const QString name = from->text(QAccessible::Name); name.contains(letterInBrackets))
+        found << name;
+    for (int child = 0; child < from->childCount(); ++child)
+        if (QAccessibleInterface* each = from->child(child))
+            found << namesWithMnemonics(each);
+    return found;
+}
+QStringList namesWithMnemonics(QWidget& from) {
+    return namesWithMnemonics(QAccessible::queryAccessibleInterface(&from));
 }
 
 bool isSuppressed(WindowUnderTest& window) {
@@ -162,6 +178,53 @@ private slots:
         QVERIFY(!instruction.isEmpty());
         QCOMPARE(picture, QString("shown"));
         QVERIFY(!window.ticket().isEmpty());
+    }
+
+    void namesForAssistiveTechnologyBearNoMnemonics() {
+        WindowUnderTest window({.languages = {"ja"}, .choices = {{"CVMediaType", "Glossy"}}});
+        for (const auto page : {WindowUnderTest::General, WindowUnderTest::PrintSetting, WindowUnderTest::ColorSetting,
+                                WindowUnderTest::Summary}) {
+            window.open(page);
+            QCOMPARE(namesWithMnemonics(window.dialog()).join(u' '), QString());
+        }
+        QVERIFY(window.widget<QPushButton>("printButton").text().contains(u'&'));
+        QStringList found, pictures;
+        const auto look = [&](QWidget& alert) {
+            found << namesWithMnemonics(alert);
+            for (const auto* label : alert.findChildren<QLabel*>())
+                if (!label->pixmap().isNull())
+                    pictures << label->accessibleName();
+            QTest::keyClick(&alert, Qt::Key_Return);
+        };
+        window.open(WindowUnderTest::PrintSetting);
+        window.answer({look, look});
+        window.pick("resolutionPopup", window.widget<QComboBox>("resolutionPopup").count() - 1);
+        window.click("printButton");
+        QCOMPARE(window.answered(), 2);
+        QCOMPARE(found.join(u' '), QString());
+        QCOMPARE(pictures.size(), qsizetype{2});
+        QVERIFY(!pictures.contains(QString()));
+    }
+
+    void picturesOfAlertsAreCalledByTheirTexts() {
+        WindowUnderTest window;
+        QString text, alertsPicture, instruction, windowsPicture;
+        window.answer({[&](QWidget& alert) {
+                           text = dynamic_cast<QMessageBox&>(alert).text();
+                           alertsPicture = alert.findChild<QLabel*>("qt_msgboxex_icon_label")->accessibleName();
+                           QTest::keyClick(&alert, Qt::Key_Return);
+                       },
+                       [&](QWidget& alert) {
+                           instruction = alert.findChild<QLabel*>("normalPaperInstructionLabel")->text();
+                           windowsPicture = alert.findChild<QLabel*>("normalPaperAlertImageView")->accessibleName();
+                           QTest::keyClick(&alert, Qt::Key_Return);
+                       }});
+        chooseBestQuality(window);
+        window.click("printButton");
+        QCOMPARE(window.answered(), 2);
+        QVERIFY(!text.isEmpty() && !instruction.isEmpty());
+        QCOMPARE(alertsPicture, text);
+        QVERIFY2(windowsPicture.contains(instruction), qPrintable(windowsPicture));
     }
 
     void escapeIsCancelInAnAlertWindow() {

@@ -8,9 +8,11 @@
 #include "host/window/user_actions.h"
 #include "host/window/window_texts.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 using namespace host;
@@ -162,6 +164,20 @@ private slots:
         setCaption(label, "R&D");
         QCOMPARE(label.text(), QString("R&D"));
         QCOMPARE(caption(label), QString("R&D"));
+    }
+
+    void assistiveTechnologyHearsNoMnemonic() {
+        QPushButton button;
+        QString taken;
+        setTextWithMnemonic(button, "印刷", taken);
+        QCOMPARE(button.text(), QString("印刷(&A)"));
+        QCOMPARE(button.accessibleName(), QString("印刷"));
+        setCaption(button, "閉じる");
+        QCOMPARE(button.accessibleName(), QString("印刷")); // a name of its own stays
+        QCheckBox box;
+        setCaption(box, "一");
+        setCaption(box, "二");
+        QCOMPARE(box.accessibleName(), QString("二"));
     }
 
     void theNetChangeIsToldWithItsCauseInThePpdsWords() {
