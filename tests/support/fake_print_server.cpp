@@ -69,8 +69,9 @@ void sendQuestionForPassword(http_t* http) {
 
 } // namespace
 
-FakePrintServer::FakePrintServer(std::map<int, Reply> replies, std::string password, std::string ppd)
-    : replies_(std::move(replies)), password_(std::move(password)), ppd_(std::move(ppd)) {
+FakePrintServer::FakePrintServer(std::map<int, Reply> replies, std::string password, std::string ppd,
+                                 std::chrono::milliseconds pause)
+    : replies_(std::move(replies)), password_(std::move(password)), ppd_(std::move(ppd)), pause_(pause) {
     listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
@@ -145,6 +146,7 @@ bool FakePrintServer::answerRequest(http_t* http) {
         sendQuestionForPassword(http);
         return false;
     }
+    std::this_thread::sleep_for(pause_);
     if (request == HTTP_STATE_GET) {
         sendText(http, "application/vnd.cups-ppd", ppd_);
         return true;
@@ -168,6 +170,7 @@ bool FakePrintServer::answerRequest(http_t* http) {
         return false;
     std::array<char, 16 * 1024> piece{};
     for (ssize_t count = 0; (count = httpRead2(http, piece.data(), piece.size())) > 0;) {
+        std::this_thread::sleep_for(pause_);
         const std::lock_guard lock(mutex_);
         documentBytes_ += static_cast<std::uint64_t>(count);
     }

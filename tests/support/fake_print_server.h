@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <list>
 #include <map>
@@ -29,9 +30,9 @@ class FakePrintServer {
 public:
     /// The reply to each IPP operation, by its number; the good one to those that are not named. With a password, as
     /// "user:password", nothing is answered but to who gives it. It has one queue, "Recorder", and every file is its
-    /// PPD.
+    /// PPD. It pauses before each answer and before each 16 kB of a document that it takes.
     explicit FakePrintServer(std::map<int, Reply> replies, std::string password = {},
-                             std::string ppd = "*PPD-Adobe: \"4.3\"\n");
+                             std::string ppd = "*PPD-Adobe: \"4.3\"\n", std::chrono::milliseconds pause = {});
     ~FakePrintServer();
     FakePrintServer(const FakePrintServer&) = delete;
     FakePrintServer& operator=(const FakePrintServer&) = delete;
@@ -52,6 +53,7 @@ private:
 
     const std::map<int, Reply> replies_;
     const std::string password_, ppd_;
+    const std::chrono::milliseconds pause_;
     int listener_ = -1;
     int port_ = 0;
     mutable std::mutex mutex_; // guards what follows, save the acceptor
