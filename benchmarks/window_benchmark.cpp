@@ -4,9 +4,9 @@
 ///     window_benchmark [--check]
 ///
 /// The dialog is shown on the offscreen platform; each of the five sliders is moved through its range. Times are from
-/// the slider's valueChanged until the picture's widget was painted anew. The server is one of this program's own, which
-/// pauses before each answer and each piece of the document. With --check the exit code is 1 when more than one move in
-/// twenty takes longer than a frame, or the loop stood still for longer than a user notices.
+/// the slider's valueChanged until the picture's widget was painted anew. The server is one of this program's own,
+/// which pauses before each answer and each piece of the document. With --check the exit code is 1 when more than one
+/// move in twenty takes longer than a frame, or the loop stood still for longer than a user notices.
 
 #include "host/window/print_dialog.h"
 #include "tests/support/fake_print_server.h"

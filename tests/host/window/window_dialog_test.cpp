@@ -54,6 +54,14 @@ host::JobResult sentAsJobSeven(const host::Destination&, const host::DocumentsJo
     return progress(1, 1) ? host::JobResult{.ok = true, .jobId = 7} : host::JobResult{.error = "given up"};
 }
 
+// What hindered it when it was sent the next look at it knows better.
+host::JobResult sentAsJobSevenThatWaits(const host::Destination& destination, const host::DocumentsJob& job,
+                                        const host::JobProgress& progress) {
+    host::JobResult sent = sentAsJobSeven(destination, job, progress);
+    sent.note = "The job waits for lunch.";
+    return sent;
+}
+
 QTreeWidgetItem* summaryItem(WindowUnderTest& window, const QString& title) {
     const auto found = window.widget<QTreeWidget>("summaryTable").findItems(title, Qt::MatchExactly);
     return found.isEmpty() ? nullptr : found.front();
@@ -199,7 +207,7 @@ private slots:
 
     void aSentJobIsFollowedUntilItPrints() {
         int looks = 0;
-        WindowUnderTest window({.submission = sentAsJobSeven, .status = [&](const auto&, const auto&) {
+        WindowUnderTest window({.submission = sentAsJobSevenThatWaits, .status = [&](const auto&, const auto&) {
                                     ++looks;
                                     return host::JobStatus{.stage = looks < 2 ? host::JobStage::Waiting
                                                                               : host::JobStage::Printing};
@@ -213,19 +221,11 @@ private slots:
 
     void whatHindersASentJobIsTold() {
         QString told;
-        WindowUnderTest window({.languages = {"de"},
-                                .submission =
-                                    [](const auto& destination, const auto& job, const auto& progress) {
-                                        host::JobResult sent = sentAsJobSeven(destination, job, progress);
-                                        sent.note = "What the server said before.";
-                                        return sent;
-                                    },
-                                .status =
-                                    [](const auto&, const auto&) {
-                                        return host::JobStatus{.stage = host::JobStage::Waiting,
-                                                               .isHindered = true,
-                                                               .hindrances = {host::Hindrance::OutOfPaper}};
-                                    }});
+        WindowUnderTest window(
+            {.languages = {"de"}, .submission = sentAsJobSevenThatWaits, .status = [](const auto&, const auto&) {
+                 return host::JobStatus{
+                     .stage = host::JobStage::Waiting, .isHindered = true, .hindrances = {host::Hindrance::OutOfPaper}};
+             }});
         window.answer({agree, [&](QWidget& message) {
                            told = dynamic_cast<QMessageBox&>(message).informativeText();
                            closeMessage(message);
