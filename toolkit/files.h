@@ -12,6 +12,7 @@ namespace toolkit {
 /// Owns what the system opened; a number below 0 stands for nothing. Closing it gives up its locks.
 class FileDescriptor {
 public:
+    /// Takes over what the system opened under this number.
     explicit FileDescriptor(int number) : number_(number) {}
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
@@ -20,7 +21,9 @@ public:
             ::close(number_);
     }
 
+    /// Whether it owns anything.
     [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+    /// For the system's calls; stays its own.
     [[nodiscard]] int number() const { return number_; }
 
 private:
