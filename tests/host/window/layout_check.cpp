@@ -8,6 +8,7 @@
 #include <QListView>
 #include <QSlider>
 #include <QTabBar>
+#include <QTest>
 
 namespace tests {
 namespace {
@@ -85,6 +86,20 @@ QStringList whatOverlaps(const QWidget& window) {
                 overlaps << QStringLiteral("%1 lies over %2.").arg(nameOf(*one), nameOf(*other));
         }
     return overlaps;
+}
+
+QStringList faultsOfLayout(const QWidget& window) {
+    constexpr int kEnough = 3; // looks in a row that find no fault and the same size: events bring others along
+    QStringList faults;
+    int settled = 0;
+    (void)QTest::qWaitFor([&] {
+        const QSize before = window.size();
+        QCoreApplication::processEvents();
+        faults = whatIsCut(window) + whatOverlaps(window);
+        settled = faults.isEmpty() && window.size() == before ? settled + 1 : 0;
+        return settled == kEnough;
+    });
+    return faults;
 }
 
 } // namespace tests

@@ -9,5 +9,7 @@ namespace tests {
 QStringList whatIsCut(const QWidget& window);
 /// The pairs of controls and labels below this one that lie over one another, a sentence each.
 QStringList whatOverlaps(const QWidget& window);
+/// What of both is left once the window has laid itself out, or after some seconds.
+QStringList faultsOfLayout(const QWidget& window);
 
 } // namespace tests

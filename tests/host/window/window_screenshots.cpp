@@ -38,10 +38,10 @@ int pictures = 0;
 QStringList problems;
 
 void takePicture(tests::WindowUnderTest& window, const QString& path) {
-    QTest::qWait(50); // until the window has its size
+    const QStringList faults = tests::faultsOfLayout(window.dialog());
     window.dialog().grab().save(path);
     ++pictures;
-    for (const QString& problem : tests::whatIsCut(window.dialog()) + tests::whatOverlaps(window.dialog()))
+    for (const QString& problem : faults)
         problems << QFileInfo(path).baseName() + QStringLiteral(": ") + problem;
 }
 
