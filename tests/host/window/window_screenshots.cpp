@@ -1,14 +1,17 @@
-// Writes a picture of every page of the dialog, light and dark, in every language of the window, and looks for what is
-// cut or overlaps: window_screenshots FOLDER [POINTS...], the sizes of the font.
+// Writes a picture of every page of the dialog, of an alert and of the help, light and dark, in every language of the
+// window, and looks for what is cut or overlaps: window_screenshots FOLDER [POINTS...], the sizes of the font.
 
 #include "layout_check.h"
 #include "window_under_test.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 #include <QSlider>
 #include <QStyleFactory>
+#include <QTextBrowser>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <cstdio>
@@ -37,9 +40,10 @@ QPalette darkPalette() {
 int pictures = 0;
 QStringList problems;
 
-void takePicture(tests::WindowUnderTest& window, const QString& path) {
-    const QStringList faults = tests::faultsOfLayout(window.dialog());
-    window.dialog().grab().save(path);
+void takePicture(QWidget& window, const QString& path) {
+    QThreadPool::globalInstance()->waitForDone(); // until the document was read
+    const QStringList faults = tests::faultsOfLayout(window);
+    window.grab().save(path);
     ++pictures;
     for (const QString& problem : faults)
         problems << QFileInfo(path).baseName() + QStringLiteral(": ") + problem;
@@ -53,21 +57,29 @@ void takePictures(const QDir& folder, const std::string& language, bool isDark, 
         return folder.filePath(QString::fromLatin1(page) + u'-' + QString::fromStdString(language) +
                                (isDark ? "-dark" : "") + (points.isEmpty() ? QString() : u'-' + points) + ".png");
     };
-    takePicture(window, path("general"));
+    takePicture(window.dialog(), path("general"));
     window.open(tests::WindowUnderTest::PrintSetting);
     window.pick("mediaTypePopup", 3);
-    takePicture(window, path("print"));
+    takePicture(window.dialog(), path("print"));
     window.click("optionButton");
-    takePicture(window, path("print-advanced"));
+    takePicture(window.dialog(), path("print-advanced"));
     window.open(tests::WindowUnderTest::ColorSetting);
     window.click("colorEnhanceButton");
-    takePicture(window, path("color"));
+    takePicture(window.dialog(), path("color"));
     window.click("optionButton");
     window.widget<QSlider>("brightnessSlider").setSliderPosition(6);
     window.widget<QSlider>("redSlider").setSliderPosition(-8);
-    takePicture(window, path("color-advanced"));
+    takePicture(window.dialog(), path("color-advanced"));
     window.open(tests::WindowUnderTest::Summary);
-    takePicture(window, path("summary"));
+    takePicture(window.dialog(), path("summary"));
+    window.answer({[&](QWidget& alert) {
+        takePicture(alert, path("alert"));
+        static_cast<QDialog&>(alert).reject();
+    }});
+    window.click("printButton");
+    window.open(tests::WindowUnderTest::ColorSetting);
+    window.click("helpButton");
+    takePicture(*window.dialog().findChild<QTextBrowser*>()->window(), path("help"));
 }
 
 } // namespace
