@@ -22,6 +22,17 @@ constexpr const char* kUsage =
 
 constexpr int kStatusError = 1, kStatusUsage = 2;
 
+// The exit status after all was written to standard output.
+int finishOutput() {
+    if (std::cout.flush())
+        return EXIT_SUCCESS;
+    std::fputs(
+        "corvane-panel-session: Standard output cannot be written to its end: check the disk or the program that "
+        "takes it.\n",
+        stderr);
+    return kStatusError;
+}
+
 } // namespace
 
 int main(int argumentCount, char* arguments[]) {
@@ -42,11 +53,11 @@ int main(int argumentCount, char* arguments[]) {
             bundle = optarg;
             break;
         case kHelp:
-            std::fputs(kUsage, stdout);
-            return EXIT_SUCCESS;
+            std::cout << kUsage;
+            return finishOutput();
         case kVersion:
-            std::puts("corvane-panel-session " CV_VERSION);
-            return EXIT_SUCCESS;
+            std::cout << "corvane-panel-session " CV_VERSION "\n";
+            return finishOutput();
         default:
             std::fputs(kUsage, stderr);
             return kStatusUsage;
@@ -63,8 +74,10 @@ int main(int argumentCount, char* arguments[]) {
         if (!host::ScriptHost::isCommand(line))
             continue;
         std::cout << scriptHost.answerLine(line) << std::endl; // a front end waits for each answer
+        if (!std::cout)
+            break; // nobody gets an answer
         if (strict && scriptHost.lastFailed())
             return kStatusError;
     }
-    return EXIT_SUCCESS;
+    return finishOutput();
 }

@@ -328,6 +328,14 @@ class Protocol(unittest.TestCase):
             self.assertIn(b"Usage:", run.stderr)
             self.assertEqual(run.stdout, b"")
 
+    def test_an_output_that_is_full_is_told(self):
+        for arguments, commands in ((["--help"], b""), (["--version"], b""), ([], b'{"do": "state"}\n' * 3)):
+            with open("/dev/full", "wb") as full:
+                run = subprocess.run([PROGRAM, *arguments], input=commands, stdout=full, stderr=subprocess.PIPE,
+                                     timeout=DEADLINE)
+            self.assertEqual(run.returncode, 1)
+            self.assertIn(b"Standard output cannot be written", run.stderr)
+
     def test_destinations_that_cannot_be_used(self):
         self.open()
         occupied = self.folder / "occupied"
