@@ -18,9 +18,10 @@ QString ofUtf8(std::string_view text) {
 
 } // namespace
 
-// One that was named when the dialog was opened is its queue's, and comes before the user has begun.
+// One that was named when the dialog was opened is its queue's, for which a given PPD may stand.
 bool PrintDialog::awaitsPreset(const Printer& printer) const {
-    return !request_.preset.empty() && !carried_ && printer.queue && printer.queue->queue == request_.printer;
+    return !request_.preset.empty() && (printer.queue ? printer.queue->queue == request_.printer
+                                                      : !request_.ppd.empty() && printer.ppdPath == request_.ppd);
 }
 
 // What was given beside it goes before what it says.
@@ -30,17 +31,15 @@ void PrintDialog::applyGivenPreset() {
     const Preset preset{.name = {.queue = request_.printer, .name = std::exchange(request_.preset, {})},
                         .options = std::move(request_.presetChoices)};
     const QString pages = generalPage_->pages();
-    const int priority = request_.priority;
-    const std::string holdUntil = request_.holdUntil;
     applyPreset(preset, request_.choices);
     if (!pages.isEmpty())
         generalPage_->setPages(pages);
     if (request_.copies != 0)
         generalPage_->setCopies(request_.copies);
-    if (priority != 0)
-        request_.priority = priority;
-    if (!holdUntil.empty())
-        request_.holdUntil = holdUntil;
+    if (given_.priority != 0)
+        request_.priority = given_.priority;
+    if (!given_.holdUntil.empty())
+        request_.holdUntil = given_.holdUntil;
 }
 
 // From the printer's own choices on, as the command line does: what the preset does not name is not left over from
@@ -69,10 +68,8 @@ void PrintDialog::applyPreset(const Preset& preset, const std::vector<JobOption>
     generalPage_->setPages(pages == start.preset.end() ? QString() : ofUtf8(pages->value));
     std::erase_if(start.preset, [](const JobOption& each) { return each.name == kPageRangesOption; });
     generalPage_->setCopies(fields.copies);
-    if (fields.priority != 0)
-        request_.priority = fields.priority;
-    if (!fields.holdUntil.empty())
-        request_.holdUntil = fields.holdUntil;
+    request_.priority = fields.priority != 0 ? fields.priority : given_.priority;
+    request_.holdUntil = fields.holdUntil.empty() ? given_.holdUntil : fields.holdUntil;
     const QString name = ofUtf8(preset.name.name);
     QStringList words(windowText(Text::ThePreset, language_).arg(name));
     if (!given.empty())

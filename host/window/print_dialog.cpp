@@ -59,7 +59,8 @@ public:
 } // namespace
 
 PrintDialog::PrintDialog(DialogRequest request, Settings settings)
-    : request_(std::move(request)), settings_(std::move(settings)), language_(windowLanguage(settings_.languages)),
+    : request_(std::move(request)), given_{.priority = request_.priority, .holdUntil = request_.holdUntil},
+      settings_(std::move(settings)), language_(windowLanguage(settings_.languages)),
       alerts_(*this, language_,
               [this](const std::string& anchor, const std::string& book) { openHelpPage(anchor, book); }),
       actions_(language_, [this](const QString& message, bool canUndo) { tell(message, canUndo); }),
@@ -153,6 +154,7 @@ QWidget* PrintDialog::makeMessageLine() {
     undoButton_ = new QPushButton(messageLine_);
     setTitle(*undoButton_, Text::Undo, language_, takenLetters_);
     undoButton_->setObjectName("undoButton");
+    undoButton_->hide(); // until there is a step
     undoButton_->setAutoDefault(false);
     connect(undoButton_, &QPushButton::clicked, this, [this] { undo(); });
     auto* layout = new QHBoxLayout(messageLine_);
@@ -287,8 +289,8 @@ void PrintDialog::choosePrinter(int index) {
     else
         choices.choices = kept.value_or(std::vector<JobOption>());
     if (!goesOn) {
-        if (!awaitsPreset(printer)) // with which they are made
-            choices.given = request_.choices;
+        // Beside a preset they are made with the preset's; what is the job's own stays when that is undone.
+        (awaitsPreset(printer) ? choices.attributes : choices.given) = request_.choices;
     } else if (!isSame) {
         choices.attributes = request_.choices;
         choices.areAll = false;
@@ -647,6 +649,8 @@ void PrintDialog::useDefaults() {
     beginAnew(printer, {});
     generalPage_->setCopies(1);
     generalPage_->setPages({});
+    request_.priority = given_.priority;
+    request_.holdUntil = given_.holdUntil;
     tabs_->setCurrentIndex(std::min(shown, tabs_->count() - 1));
     if (session_ != nullptr)
         tell(windowText(Text::DefaultsBack, language_));

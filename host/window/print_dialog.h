@@ -144,6 +144,7 @@ private:
     void tellOutcome(const SendOutcome& outcome);
 
     DialogRequest request_;
+    const JobRequest given_; // priority and holding time as they were given; those of the request may be a preset's
     Settings settings_;
     Language language_;
     WindowAlerts alerts_;

@@ -143,6 +143,8 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
                     if (options.settings)
                         options.settings->setValueForKey(meant.option.value, meant.option.name);
                 } else if (isOfTheJob) {
+                    if (choices == &start.choices && meant.kind == OptionKind::UnknownOption)
+                        continue; // of another printer, or of this one's PPD as it was
                     std::erase_if(started.attributes, [&](const auto& each) { return each.name == meant.option.name; });
                     started.attributes.push_back(meant.option);
                 } else if (isGiven) {

@@ -17,8 +17,8 @@ extern "C" __attribute__((visibility("default"))) const int CVPrintDialogInterfa
 namespace {
 
 constexpr int kDone = 0, kFailed = 1;
-constexpr const char* kNotWritten = "corvane-print: The job was sent. Standard output cannot be written to its end: "
-                                    "check the disk or the program that takes it.\n";
+constexpr const char* kNotWritten = "corvane-print: The %s. Standard output cannot be written to its end: check the "
+                                    "disk or the program that takes it.\n";
 
 // The printers that are known without asking a server: the PPD that was given, then the samples.
 std::vector<host::Printer> knownPrinters(const host::DialogRequest& request) {
@@ -70,7 +70,8 @@ extern "C" __attribute__((visibility("default"))) int CVRunPrintDialog(const hos
                                        .looksForQueues = request.ppd.empty() || request.folder.empty()});
     const bool usable = dialog.exec() == QDialog::Rejected || !dialog.printed().empty();
     if (!request.isSilent && !tellRequests(dialog, request.documents.size())) {
-        std::fputs(kNotWritten, stderr);
+        std::fprintf(stderr, kNotWritten,
+                     dialog.destination().queue ? "job was sent" : "document was printed to the folder");
         return kFailed;
     }
     return usable ? kDone : kFailed;

@@ -7,6 +7,8 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -205,6 +207,33 @@ private slots:
         const QString told = window.dialog().message();
         QVERIFY2(told.startsWith("Because you chose the preset “photo” and the options that were given: "),
                  qPrintable(told));
+    }
+
+    void theJobsOwnOptionsBesideANamedPresetAreNotUndone() {
+        WindowUnderTest window({.choices = {{"number-up", "2"}},
+                                .queue = "Office",
+                                .printer = "Office",
+                                .preset = "photo",
+                                .presetChoices = {{"CVMediaType", "Glossy"}}});
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        window.click("undoButton");
+        QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
+        window.answer({[](QWidget& alert) {
+            static_cast<QDialog&>(alert).findChild<QPushButton*>("normalPaperAlertOKButton")->click();
+        }});
+        window.click("printButton");
+        const QJsonObject ticket = QJsonDocument::fromJson(window.ticket()).object();
+        QCOMPARE(ticket["options"].toObject()["number-up"].toString(), QString("2"));
+    }
+
+    void aNamedPresetIsChosenWithAPpdThatStandsForItsQueue() {
+        WindowUnderTest window({.printer = "Office",
+                                .preset = "photo",
+                                .presetChoices = {{"CVMediaType", "Glossy"}, {"copies", "3"}},
+                                .isPpdGiven = true});
+        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+        QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 3);
+        QVERIFY(window.widget<QPushButton>("undoButton").isVisible());
     }
 
     void aNamedPresetIsForItsQueueAlone() {

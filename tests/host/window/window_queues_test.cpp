@@ -150,23 +150,24 @@ private slots:
     }
 
     void theJobsOwnOptionsStayWithAnotherPrinter() {
-        server_->addQueue("Another", kModel);
+        server_->addQueue("Another", CV_SOURCE_DIR "/resources/models/corvane-a4.ppd");
         auto given = setup("Office");
-        given.choices = {{"number-up", "2"}, {"CVMediaType", "Glossy"}};
+        given.choices = {{"number-up", "2"}};
         WindowUnderTest window(std::move(given));
         QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
         window.pick("paperList", "Letter");
+        window.pick("twoSidedList", 1);
         auto& printers = window.widget<QComboBox>("printerList");
         window.pick("printerList", printers.findText("Another", Qt::MatchContains));
         QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
         QCOMPARE(window.marked("PageSize"), QString("Letter"));
-        QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
         window.answer({agree});
         window.click("printButton");
         QCOMPARE(window.dialog().printed().size(), std::size_t{1});
         const auto record = server_->waitForRecord(window.dialog().printed().front().jobId);
         QVERIFY2(record.has_value(), server_->errorLog().c_str());
         QCOMPARE(record->options.at("number-up"), std::string("2"));
+        QVERIFY(!record->options.contains("Duplex")); // which this printer has not
     }
 
     void whatIsKeptForAQueueIsNoOptionOfItsJobs() {
@@ -239,6 +240,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("wants a user's name and password"),
                                  kSearchMilliseconds);
         expectNoPrinter(window);
+        QVERIFY(!window.widget<QPushButton>("undoButton").isVisible());
         QVERIFY(!isPasswordAskedFor());
     }
 
@@ -324,6 +326,23 @@ private slots:
         QCOMPARE(server_->jobAttribute(job, "job-priority"), std::string("77"));
         QCOMPARE(server_->jobAttribute(job, "job-hold-until"), std::string("indefinite"));
         QCOMPARE(told, QString("The job is held until it is released."));
+    }
+
+    void theDefaultsDoNotHoldTheJobAsAPresetDid() {
+        keepOptions("Dest Office/later job-priority=77 job-hold-until=indefinite\n");
+        auto given = setup("Office");
+        given.preset = "later";
+        given.presetChoices = {{"job-priority", "77"}, {"job-hold-until", "indefinite"}};
+        WindowUnderTest window(std::move(given));
+        QTRY_VERIFY_WITH_TIMEOUT(!window.dialog().message().isEmpty() && window.dialog().session() != nullptr,
+                                 kSearchMilliseconds);
+        window.click("defaultsButton");
+        window.answer({agree});
+        window.click("printButton");
+        QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        const int job = window.dialog().printed().front().jobId;
+        QCOMPARE(server_->jobAttribute(job, "job-priority"), std::string("50"));
+        QCOMPARE(server_->jobAttribute(job, "job-hold-until"), std::string("no-hold"));
     }
 
     // The command line's sentence and the window's tell the same; the window's has other quotation marks, where any.

@@ -31,6 +31,8 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
     request.choices = std::move(setup.choices);
     request.bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin";
     const std::string ppd = CV_SOURCE_DIR "/resources/models/" + setup.model + ".ppd";
+    if (setup.isPpdGiven)
+        request.ppd = ppd;
     dialog_ = std::make_unique<host::PrintDialog>(
         std::move(request),
         host::PrintDialog::Settings{

@@ -38,6 +38,7 @@ public:
         std::string preset = {};                              ///< the same
         std::vector<host::JobOption> presetChoices = {};      ///< the same
         int copies = 0;                                       ///< the same
+        bool isPpdGiven = false;                              ///< the printer is a PPD that stands for a queue
     };
     /// The pages of the dialog, as tabs.
     enum Page { General = 0, PrintSetting = 1, ColorSetting = 2, Summary = 3 };
