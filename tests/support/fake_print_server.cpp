@@ -24,6 +24,8 @@ Message goodAnswer(ipp_t* request) {
     Message answer(ippNewResponse(request), &ippDelete);
     if (ippGetOperation(request) == IPP_OP_CUPS_GET_PRINTERS) {
         ippAddString(answer.get(), IPP_TAG_PRINTER, IPP_TAG_NAME, "printer-name", nullptr, kQueue);
+        // A queue of which no more is told costs libcups a byte that it does not give back.
+        ippAddString(answer.get(), IPP_TAG_PRINTER, IPP_TAG_TEXT, "printer-info", nullptr, kQueue);
         return answer;
     }
     ippAddInteger(answer.get(), IPP_TAG_JOB, IPP_TAG_INTEGER, "job-id", kJob);
