@@ -20,9 +20,19 @@ set(CV_DOC_DIR share/doc/corvane-print)
 
 add_custom_target(installation)
 
+# cv_set_run_path(<target> <path>...)  Where the target finds its libraries, in the build folder as well: a path that only
+# installing sets would be padded there with empty entries, each of which has the linker look in the current folder.
+function(cv_set_run_path target)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${ARGN}" BUILD_WITH_INSTALL_RPATH ON)
+endfunction()
+
+# The build folder keeps its libraries in lib/, and there they are also found where they are installed.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+file(CREATE_LINK . ${PROJECT_BINARY_DIR}/${CV_PRIVATE_DIR} SYMBOLIC)
+
 # cv_install_program(<target>)
 function(cv_install_program target)
-  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CV_PRIVATE_DIR}")
+  cv_set_run_path(${target} "$ORIGIN/../${CV_PRIVATE_DIR}")
   install(TARGETS ${target} RUNTIME DESTINATION ${CV_PROGRAM_DIR} COMPONENT program)
   add_dependencies(installation ${target})
 endfunction()
@@ -31,17 +41,19 @@ endfunction()
 function(cv_install_module target folder component)
   file(RELATIVE_PATH libraries /${folder} /${CV_PRIVATE_DIR})
   string(REGEX REPLACE "(.)/$" "\\1" origin "$ORIGIN/${libraries}")
-  set_target_properties(${target} PROPERTIES INSTALL_RPATH "${origin}")
+  if(folder STREQUAL CV_PRIVATE_DIR)
+    cv_set_run_path(${target} "${origin}")
+  else()
+    cv_set_run_path(${target} "${origin}" "${origin}/lib") # the latter in the build folder
+  endif()
   install(TARGETS ${target} LIBRARY DESTINATION ${folder} COMPONENT ${component})
   add_dependencies(installation ${target})
 endfunction()
 
-# cv_install_room(<room> <header>...)  A shared library and the headers that show it, for hosts of one's own. It stands
-# beside those that it uses in the build folder, too: a path that only installing sets would be padded there with empty
-# entries, each of which has the linker look in the current folder.
+# cv_install_room(<room> <header>...)  A shared library and the headers that show it, for hosts of one's own.
 function(cv_install_room room)
-  set_target_properties(cv_${room} PROPERTIES
-    INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON EXPORT_NAME ${room})
+  cv_set_run_path(cv_${room} "$ORIGIN")
+  set_target_properties(cv_${room} PROPERTIES EXPORT_NAME ${room})
   target_include_directories(cv_${room} INTERFACE $<INSTALL_INTERFACE:${CV_INCLUDE_DIR}>)
   target_compile_features(cv_${room} INTERFACE cxx_std_20)
   install(TARGETS cv_${room} EXPORT CorvanePanels

@@ -34,11 +34,11 @@ fs::path pathOfPlugInBundle() {
 }
 
 fs::path pathOfWindowModule() {
-    return installedOrBuilt(fs::path(CV_PRIVATE_DIR) / kWindowModule, fs::path("lib") / kWindowModule);
+    return prefixOfProgram() / CV_PRIVATE_DIR / kWindowModule;
 }
 
 fs::path pathOfPdfModule() {
-    return installedOrBuilt(fs::path(CV_PRIVATE_DIR) / kPdfModule, fs::path("lib") / kPdfModule);
+    return prefixOfProgram() / CV_PRIVATE_DIR / kPdfModule;
 }
 
 fs::path folderOfSamplePrinters() {

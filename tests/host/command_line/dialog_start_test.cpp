@@ -15,21 +15,15 @@ using testing::HasSubstr;
 /// The program as it is installed, with or without its window module.
 class DialogStart : public PrintCommandTest {
 protected:
-    DialogStart() {
-        fs::create_directories(folder_.path() / "bin");
-        fs::create_directories(folder_.path() / "lib" / "corvane-print");
-        fs::copy(PRINT_PROGRAM, folder_.path() / "bin" / "corvane-print");
-    }
-    void installWindow(const fs::path& module = WINDOW_MODULE) const {
-        fs::copy(module, folder_.path() / "lib" / "corvane-print" / "libcv_window.so");
-    }
+    void installWindow(const fs::path& module = WINDOW_MODULE) const { fs::copy(module, windowModule()); }
     test_support::ProgramResult open(std::vector<std::string> arguments, const std::string& input = "") const {
         arguments.insert(arguments.begin(), "corvane-print");
-        return test_support::runProgram({.program = folder_.path() / "bin" / "corvane-print",
-                                         .arguments = std::move(arguments),
-                                         .environment = environment_,
-                                         .input = input});
+        return test_support::runProgram(
+            {.program = program_, .arguments = std::move(arguments), .environment = environment_, .input = input});
     }
+
+private:
+    const fs::path program_ = installProgram();
 };
 
 TEST_F(DialogStart, WithoutADisplayOneLineNamesWhatToDo) {

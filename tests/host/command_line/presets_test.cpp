@@ -73,13 +73,8 @@ TEST_F(PresetCommands, AGivenChoiceGoesBeforeThePresetsAndTheRulesApply) {
 
 TEST_F(PresetCommands, TheDialogIsGivenThePresetByItsName) {
     savePhoto();
-    namespace fs = std::filesystem;
-    const fs::path program = folder_.path() / "bin" / "corvane-print";
-    const fs::path window = folder_.path() / "lib" / "corvane-print" / "libcv_window.so";
-    fs::create_directories(program.parent_path());
-    fs::create_directories(window.parent_path());
-    fs::copy(PRINT_PROGRAM, program);
-    fs::copy(WINDOW_MODULE, window);
+    const std::filesystem::path program = installProgram();
+    std::filesystem::copy(WINDOW_MODULE, windowModule());
     environment_["DISPLAY"] = ":99";
     const auto result = test_support::runProgram(
         {.program = program,
