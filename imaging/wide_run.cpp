@@ -2,6 +2,10 @@
 
 #include "imaging/plain_run.h"
 
+// Neither is needed here, and not every machine that has wide vectors has them.
+#define HWY_DISABLE_PCLMUL_AES
+#define HWY_DISABLE_F16C
+
 #include <algorithm>
 #include <hwy/base.h>
 #include <hwy/cache_control.h>
@@ -268,7 +272,7 @@ std::vector<WideRun> runsOfThisMachine() {
         runs.push_back({"AVX2", N_AVX2::renderRun});
 #endif
 #if HWY_TARGETS & HWY_SSE4
-    if (__builtin_cpu_supports("sse4.2") && __builtin_cpu_supports("aes") && __builtin_cpu_supports("pclmul"))
+    if (__builtin_cpu_supports("sse4.2"))
         runs.push_back({"SSE4", N_SSE4::renderRun});
 #endif
 #if HWY_TARGETS & HWY_SSSE3
