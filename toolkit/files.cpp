@@ -25,8 +25,10 @@ int replaceFile(const std::filesystem::path& file, std::string_view content, mod
     const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!descriptor.isOpen())
         return errno;
-    if (::fchmod(descriptor.number(), permissions) != 0 || !writeAll(descriptor.number(), content) ||
-        ::fsync(descriptor.number()) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
+    constexpr mode_t kAsMade = 0600; // also where a file system knows no others
+    if ((permissions != kAsMade && ::fchmod(descriptor.number(), permissions) != 0) ||
+        !writeAll(descriptor.number(), content) || ::fsync(descriptor.number()) != 0 ||
+        ::rename(temporary.c_str(), file.c_str()) != 0) {
         const int error = errno;
         ::unlink(temporary.c_str());
         return error;
