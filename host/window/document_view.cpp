@@ -56,8 +56,11 @@ void DocumentView::fitPicture() {
 
 void DocumentView::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        fitPicture();
+    if (event->type() != QEvent::FontChange)
+        return;
+    fitPicture();
+    if (isRead_)
+        readFirst(); // in its new size
 }
 
 void DocumentView::showEvent(QShowEvent* event) {
@@ -69,13 +72,13 @@ void DocumentView::showEvent(QShowEvent* event) {
 void DocumentView::readFirst() {
     const int side = static_cast<int>(picture_->width() * devicePixelRatioF());
     // The dialog may be closed before its document is read. The application, which waits for its threads, is not.
-    QThreadPool::globalInstance()->start(
-        [view = QPointer(this), application = QCoreApplication::instance(), side, path = documents_.front()] {
-            QMetaObject::invokeMethod(application, [view, facts = readDocument(path, side)] {
-                if (view != nullptr)
-                    view->show(facts);
-            });
+    QThreadPool::globalInstance()->start([view = QPointer(this), application = QCoreApplication::instance(), side,
+                                          path = documents_.front(), reading = ++readings_] {
+        QMetaObject::invokeMethod(application, [view, reading, facts = readDocument(path, side)] {
+            if (view != nullptr && view->readings_ == reading) // else a later one is on its way
+                view->show(facts);
         });
+    });
 }
 
 void DocumentView::show(const DocumentFacts& facts) {

@@ -30,6 +30,7 @@ private:
     Language language_;
     std::vector<std::string> documents_;
     bool isRead_ = false;
+    int readings_ = 0;
     QLabel* picture_;
     QLabel* details_;
 };

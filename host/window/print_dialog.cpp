@@ -741,19 +741,21 @@ bool PrintDialog::eventFilter(QObject* object, QEvent* event) {
 
 void PrintDialog::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange)
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::PaletteChange &&
+        event->type() != QEvent::StyleChange)
         return;
     if (generalPage_ != nullptr)
         refreshLater();
 }
 
-// When fonts and colours have reached every widget.
+// When fonts, colours and the style have reached every widget.
 void PrintDialog::refreshLater() {
     QTimer::singleShot(0, this, [this] {
         for (const PanelTab& tab : panelTabs_)
             if (tab.binder != nullptr)
                 tab.binder->showAgain();
         generalPage_->fitLists();
+        summaryPage_->showAgain();
         fitLater();
     });
 }

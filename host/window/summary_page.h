@@ -37,6 +37,8 @@ public:
     /// The letters that the dialog around it has for its own mnemonics.
     void setTakenLetters(const QString& letters);
     void showLines(std::vector<SummaryLine> lines);
+    /// The same lines, as fonts and styles want them now.
+    void showAgain() { showLines(std::move(lines_)); }
 
 private:
     void fitTable();

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QLabel>
+#include <QTreeWidget>
 
 using tests::WindowUnderTest;
 
@@ -53,6 +55,31 @@ private slots:
         QApplication::setFont(font);
         const QStringList faults = tests::faultsOfLayout(window.dialog());
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join('\n')));
+    }
+
+    void thePictureOfTheDocumentIsReadAnewInItsNewSize() {
+        QFont font = QApplication::font();
+        font.setPointSize(16);
+        QApplication::setFont(font);
+        WindowUnderTest window;
+        auto& picture = window.widget<QLabel>("documentPicture");
+        for (const int points : {16, 9, 18}) {
+            font.setPointSize(points);
+            QApplication::setFont(font);
+            QTRY_COMPARE(picture.pixmap().width(), picture.width());
+        }
+    }
+
+    void theSummaryShowsItsRowsInANewFont() {
+        QFont font = QApplication::font();
+        font.setPointSize(9);
+        QApplication::setFont(font);
+        WindowUnderTest window;
+        window.open(WindowUnderTest::Summary);
+        font.setPointSize(16);
+        QApplication::setFont(font);
+        const auto& table = window.widget<QTreeWidget>("summaryTable");
+        QTRY_VERIFY(table.viewport()->height() >= 10 * table.visualItemRect(table.topLevelItem(0)).height());
     }
 };
 
