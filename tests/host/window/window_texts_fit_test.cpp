@@ -10,6 +10,16 @@
 
 using tests::WindowUnderTest;
 
+namespace {
+
+void setPoints(int size) {
+    QFont font = QApplication::font();
+    font.setPointSize(size);
+    QApplication::setFont(font);
+}
+
+} // namespace
+
 class WindowTextsFitTest : public QObject {
     Q_OBJECT
 
@@ -25,9 +35,7 @@ private slots:
     void noTextIsCut() {
         QFETCH(const QString, language);
         QFETCH(const int, points);
-        QFont font = QApplication::font();
-        font.setPointSize(points);
-        QApplication::setFont(font);
+        setPoints(points);
         WindowUnderTest window({.languages = {language.toStdString()}});
         QStringList cut;
         for (const auto page : {WindowUnderTest::General, WindowUnderTest::PrintSetting, WindowUnderTest::ColorSetting,
@@ -46,38 +54,29 @@ private slots:
     }
 
     void theWindowFitsItsFontWhenThatChanges() {
-        QFont font = QApplication::font();
-        font.setPointSize(8);
-        QApplication::setFont(font);
+        setPoints(8);
         WindowUnderTest window;
         window.open(WindowUnderTest::ColorSetting);
-        font.setPointSize(14);
-        QApplication::setFont(font);
+        setPoints(14);
         const QStringList faults = tests::faultsOfLayout(window.dialog());
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join('\n')));
     }
 
     void thePictureOfTheDocumentIsReadAnewInItsNewSize() {
-        QFont font = QApplication::font();
-        font.setPointSize(16);
-        QApplication::setFont(font);
+        setPoints(16);
         WindowUnderTest window;
         auto& picture = window.widget<QLabel>("documentPicture");
         for (const int points : {16, 9, 18}) {
-            font.setPointSize(points);
-            QApplication::setFont(font);
+            setPoints(points);
             QTRY_COMPARE(picture.pixmap().width(), picture.width());
         }
     }
 
     void theSummaryShowsItsRowsInANewFont() {
-        QFont font = QApplication::font();
-        font.setPointSize(9);
-        QApplication::setFont(font);
+        setPoints(9);
         WindowUnderTest window;
         window.open(WindowUnderTest::Summary);
-        font.setPointSize(16);
-        QApplication::setFont(font);
+        setPoints(16);
         const auto& table = window.widget<QTreeWidget>("summaryTable");
         QTRY_VERIFY(table.viewport()->height() >= 10 * table.visualItemRect(table.topLevelItem(0)).height());
     }
