@@ -408,6 +408,19 @@ PrinterDescription::openText(std::string_view text, const std::vector<std::strin
     return description;
 }
 
+std::optional<std::string> PrinterDescription::shortNicknameIn(std::string_view text) {
+    constexpr std::string_view kKeyword = "*ShortNickName:";
+    std::optional<std::string> name;
+    forEachLine(text, [&](std::string_view line) {
+        if (name || !line.starts_with(kKeyword))
+            return;
+        const std::size_t begin = line.find('"'), end = line.rfind('"');
+        if (begin != end)
+            name = cleanText(line.substr(begin + 1, end - begin - 1));
+    });
+    return name;
+}
+
 const Option* PrinterDescription::option(std::string_view keyword) const {
     const auto found = record_->optionsByKeyword.find(keyword);
     return found == record_->optionsByKeyword.end() ? nullptr : &record_->options[found->second];

@@ -59,6 +59,9 @@ public:
     /// The same for the text of a PPD.
     [[nodiscard]] static std::unique_ptr<PrinterDescription>
     openText(std::string_view text, const std::vector<std::string>& languages, std::string& error);
+    /// What a PPD's text says in its line "*ShortNickName", for a list of printers of which none is opened yet. nullopt
+    /// where it has no such line, or one without a quoted text.
+    [[nodiscard]] static std::optional<std::string> shortNicknameIn(std::string_view text);
     /// A printer without any option.
     PrinterDescription();
     ~PrinterDescription();

@@ -26,15 +26,16 @@ std::vector<Printer> samplePrinters() {
     for (const auto& entry : std::filesystem::directory_iterator(folderOfSamplePrinters(), error)) {
         const std::string path = entry.path().string();
         std::string reason;
-        const auto description =
-            entry.path().extension() == ".ppd" ? printing::PrinterDescription::openFile(path, {"en"}, reason) : nullptr;
-        if (description != nullptr)
-            printers.push_back({.name = description->shortNickname().value_or(entry.path().stem().string()),
-                                .ppdPath = path,
-                                .ppdText = {},
-                                .options = {},
-                                .queue = {},
-                                .isSample = true});
+        const auto text =
+            entry.path().extension() == ".ppd" ? printing::PrinterDescription::readFile(path, reason) : std::nullopt;
+        if (text)
+            printers.push_back(
+                {.name = printing::PrinterDescription::shortNicknameIn(*text).value_or(entry.path().stem().string()),
+                 .ppdPath = path,
+                 .ppdText = {},
+                 .options = {},
+                 .queue = {},
+                 .isSample = true});
     }
     std::ranges::sort(printers, {}, &Printer::ppdPath);
     return printers;

@@ -92,6 +92,16 @@ TEST(PrinterProperties, TheModelNameIsGivenByteForByteAndTheNicknameAsACleanText
     EXPECT_EQ(printer->shortNickname(), "Cor[1mvane");
 }
 
+TEST(PrinterProperties, TheNicknameIsReadFromATextThatIsNotOpened) {
+    const auto nickname = [](const char* text) { return PrinterDescription::shortNicknameIn(text); };
+    EXPECT_EQ(nickname("*PPD-Adobe: \"4.3\"\r\n*ShortNickName: \"Corvane \x1BQT20\"\r\n*% end"), "Corvane QT20");
+    EXPECT_EQ(nickname("*ShortNickName: \"First\"\n*ShortNickName: \"Second\"\n"), "First");
+    EXPECT_EQ(nickname("*NickName: \"Corvane QT20\"\n"), std::nullopt);
+    EXPECT_EQ(nickname("*ShortNickName: Corvane\n"), std::nullopt);
+    EXPECT_EQ(nickname("*ShortNickName: \"Corvane\n"), std::nullopt);
+    EXPECT_EQ(nickname(""), std::nullopt);
+}
+
 TEST(PrinterProperties, AttributesAreFoundWithAnySpecifier) {
     const auto printer = printerWith("*APSupportsCustomColorMatching: True\n*APVendor Profile/Any: \"x\"\n");
     EXPECT_TRUE(printer->hasAttribute("APSupportsCustomColorMatching"));
