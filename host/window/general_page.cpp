@@ -66,7 +66,6 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     pagesField_->setPlaceholderText(windowText(Text::AllPages, language));
     pagesField_->setAccessibleDescription(windowText(Text::AllPages, language));
     folderField_->setObjectName("folderField");
-    scalingList_->takeWidthsFrom(*paperList_);
 
     auto* browse = new QPushButton;
     browse->setObjectName("browseButton");

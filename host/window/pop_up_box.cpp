@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QEvent>
+#include <QHash>
 #include <QMouseEvent>
 #include <QStyleOptionComboBox>
 
@@ -29,6 +30,31 @@ private:
     QAbstractItemView& view_;
 };
 
+// The widths of a font's letters, one by one.
+class LetterWidths {
+public:
+    explicit LetterWidths(const QFontMetrics& metrics) : metrics_(metrics), margin_(metrics.height()) {}
+
+    // Whether the text may be wider than so many pixels. Side by side, letters are not much wider than one by one.
+    bool mayBeWider(const QString& text, int width) {
+        int sum = margin_;
+        for (const QChar letter : text) {
+            if (letter.isSurrogate())
+                return true;
+            auto known = widths_.constFind(letter);
+            if (known == widths_.cend())
+                known = widths_.insert(letter, metrics_.horizontalAdvance(letter));
+            sum += *known;
+        }
+        return sum > width;
+    }
+
+private:
+    const QFontMetrics& metrics_;
+    int margin_;
+    QHash<QChar, int> widths_;
+};
+
 } // namespace
 
 // With the policy AdjustToContents Qt makes the list that pops up at once, and again measures all items for the least
@@ -42,33 +68,34 @@ PopUpBox::PopUpBox(QWidget* parent) : QComboBox(parent) {
 }
 
 QSize PopUpBox::sizeHint() const {
-    if (size_.isValid())
-        return size_;
+    if (!size_.isValid()) {
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        size_ = style()->sizeFromContents(QStyle::CT_ComboBox, &option, largestItem(), this);
+    }
+    return size_;
+}
+
+// Some printers have hundreds of papers, and to measure a text takes a hundred times as long as to add up its letters.
+QSize PopUpBox::largestItem() const {
     constexpr int kBesideIcon = 4; // pixels
     constexpr int kEmpty = 7;      // letters that an empty list has room for
     constexpr int kLeastLine = 14, kAroundLine = 2;
     const QFontMetrics metrics = fontMetrics();
+    LetterWidths letters(metrics);
     int width = count() == 0 ? kEmpty * metrics.horizontalAdvance(u'x') : 0;
     int height = std::max(static_cast<int>(std::ceil(QFontMetricsF(metrics).height())), kLeastLine) + kAroundLine;
     for (int index = 0; index < count(); ++index) {
-        int item = widthOfText(itemText(index));
+        int beside = 0;
         if (!itemIcon(index).isNull()) {
-            item += iconSize().width() + kBesideIcon;
+            beside = iconSize().width() + kBesideIcon;
             height = std::max(height, iconSize().height() + kAroundLine);
         }
-        width = std::max(width, item);
+        const QString text = itemText(index);
+        if (letters.mayBeWider(text, width - beside))
+            width = std::max(width, beside + metrics.boundingRect(text).width());
     }
-    QStyleOptionComboBox option;
-    initStyleOption(&option);
-    size_ = style()->sizeFromContents(QStyle::CT_ComboBox, &option, QSize(width, height), this);
-    return size_;
-}
-
-int PopUpBox::widthOfText(const QString& text) const {
-    if (other_ != nullptr)
-        if (const auto known = other_->widths_.constFind(text); known != other_->widths_.cend())
-            return *known;
-    return widths_[text] = fontMetrics().boundingRect(text).width();
+    return {width, height};
 }
 
 void PopUpBox::showPopup() {
@@ -87,7 +114,6 @@ void PopUpBox::forgetSize() {
     if (!size_.isValid())
         return; // nobody has asked for it: a list is being filled
     size_ = {};
-    widths_.clear();
     updateGeometry();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QComboBox>
-#include <QHash>
 
 namespace host {
 
@@ -14,19 +13,15 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
     void showPopup() override;
-    /// Another list, borrowed, that has mostly the same items in the same font: their widths are taken from it.
-    void takeWidthsFrom(const PopUpBox& other) { other_ = &other; }
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
     void forgetSize();
-    [[nodiscard]] int widthOfText(const QString& text) const;
+    [[nodiscard]] QSize largestItem() const;
 
-    mutable QSize size_;                 // invalid until it is asked for
-    mutable QHash<QString, int> widths_; // that were measured
-    const PopUpBox* other_ = nullptr;
+    mutable QSize size_; // invalid until it is asked for
     bool hasPoppedUp_ = false;
 };
 
