@@ -42,6 +42,7 @@ std::shared_ptr<PlugIn> PlugIn::load(const std::filesystem::path& bundle, std::s
     }
     auto plugIn = std::make_shared<PlugIn>();
     plugIn->path_ = path;
+    plugIn->info_ = info->infoDictionary();
     plugIn->entry_ = entry;
     loaded.emplace(path, plugIn);
     return plugIn;

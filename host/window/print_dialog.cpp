@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -30,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <thread>
 
 namespace host {
 namespace {
@@ -56,6 +58,11 @@ public:
     }
 };
 
+// Qt reads the system's fonts when the first text is measured, which takes half of a small window's start.
+std::jthread readFonts() {
+    return std::jthread([] { QFontDatabase::hasFamily(QString()); });
+}
+
 } // namespace
 
 PrintDialog::PrintDialog(DialogRequest request, Settings settings)
@@ -68,9 +75,14 @@ PrintDialog::PrintDialog(DialogRequest request, Settings settings)
                   ? defaultOfEnvironment()
                   : NamedDefault{.variable = {}, .queue = request_.printer, .instance = request_.instance}),
       remembered_(settings_.userDefaults), passwords_(*this, language_), search_(passwords_) {
+    const bool waits = settings_.looksForQueues && request_.ppd.empty();
+    {
+        const std::jthread fonts = readFonts();
+        if (!waits && !settings_.printers.empty() && !settings_.printers.front().hasPpdOnServer())
+            readAhead_ = readSessionParts(settings_.printers.front(), surroundings());
+    }
     build();
     addPrinters(settings_.printers);
-    const bool waits = settings_.looksForQueues && request_.ppd.empty();
     endSession(); // there is none yet
     if (!waits && !printers_.empty())
         choosePrinter(0);
@@ -359,12 +371,17 @@ StartChoices PrintDialog::choicesSoFar() const {
 }
 
 StartedSession PrintDialog::start(const Printer& printer, const StartChoices& choices) {
-    return startSession(printer, choices,
-                        {.bundle = request_.bundle.empty() ? pathOfPlugInBundle() : request_.bundle,
-                         .languages = settings_.languages,
-                         .userDefaults = settings_.userDefaults,
-                         .presenter = &alerts_,
-                         .windowHeight = static_cast<double>(height())});
+    SessionParts parts =
+        readAhead_ ? *std::exchange(readAhead_, std::nullopt) : readSessionParts(printer, surroundings());
+    return startSession(std::move(parts), printer, choices, surroundings());
+}
+
+SessionSurroundings PrintDialog::surroundings() {
+    return {.bundle = request_.bundle.empty() ? pathOfPlugInBundle() : request_.bundle,
+            .languages = settings_.languages,
+            .userDefaults = settings_.userDefaults,
+            .presenter = &alerts_,
+            .windowHeight = static_cast<double>(height())};
 }
 
 void PrintDialog::openSession(StartedSession started) {

@@ -95,6 +95,7 @@ private:
     void userChoosesPrinter(int index);
     [[nodiscard]] StartChoices choicesSoFar() const;
     [[nodiscard]] StartedSession start(const Printer& printer, const StartChoices& choices);
+    [[nodiscard]] SessionSurroundings surroundings();
     void openSession(StartedSession started);
     /// What was given is told under these words; empty: as options that were given.
     void beginAnew(const Printer& printer, const StartChoices& choices, const QString& words = {});
@@ -150,9 +151,10 @@ private:
     WindowAlerts alerts_;
     UserActions actions_;
     std::vector<Printer> printers_;
-    NamedDefault wanted_; // the queue that was named
-    int printer_ = -1;    // none: a queue is waited for, or was not found
-    int fetches_ = 0;     // of PPDs; the last one counts
+    NamedDefault wanted_;                   // the queue that was named
+    int printer_ = -1;                      // none: a queue is waited for, or was not found
+    int fetches_ = 0;                       // of PPDs; the last one counts
+    std::optional<SessionParts> readAhead_; // of the first printer, until its session begins
     std::shared_ptr<Session> session_;
     std::optional<StartChoices> carried_; // what the user had chosen when the last session ended
     std::vector<JobOption> attributes_;   // of the jobs, beside what the session holds

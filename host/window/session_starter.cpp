@@ -53,10 +53,10 @@ std::string textOf(const Printer& printer) {
 }
 
 // The keywords of the panels' options that the printer has.
-std::set<std::string> panelOptions(const toolkit::Bundle& bundle, const printing::PrinterDescription& description) {
+std::set<std::string> panelOptions(const PlugIn& plugIn, const printing::PrinterDescription& description) {
     std::set<std::string> options;
     for (const char* entry : kKeyEntries)
-        if (const auto* keys = toolkit::valueInMap(bundle.infoDictionary(), entry).as<toolkit::ValueList>())
+        if (const auto* keys = toolkit::valueInMap(plugIn.infoDictionary(), entry).as<toolkit::ValueList>())
             for (const toolkit::Value& key : *keys)
                 if (description.option(key.textReading()) != nullptr)
                     options.insert(key.textReading());
@@ -87,22 +87,32 @@ StartChoices choicesOfSession(Session& session) {
     return start;
 }
 
-StartedSession startSession(const Printer& printer, const StartChoices& start,
+SessionParts readSessionParts(const Printer& printer, const SessionSurroundings& surroundings) {
+    SessionParts parts;
+    parts.plugIn = PlugIn::load(surroundings.bundle, parts.error);
+    if (parts.plugIn == nullptr)
+        return parts;
+    parts.description =
+        printer.ppdText.empty()
+            ? printing::PrinterDescription::openFile(printer.ppdPath, surroundings.languages, parts.error)
+            : printing::PrinterDescription::openText(printer.ppdText, surroundings.languages, parts.error);
+    if (parts.description != nullptr)
+        parts.description->markDefaults();
+    return parts;
+}
+
+StartedSession startSession(SessionParts parts, const Printer& printer, const StartChoices& start,
                             const SessionSurroundings& surroundings) {
     StartedSession started;
+    if (parts.description == nullptr) {
+        started.error = std::move(parts.error);
+        return started;
+    }
     SessionOptions options;
     options.bundleView.languages = surroundings.languages;
-    options.plugIn = PlugIn::load(surroundings.bundle, started.error);
-    if (options.plugIn == nullptr)
-        return started;
-    options.description =
-        printer.ppdText.empty()
-            ? printing::PrinterDescription::openFile(printer.ppdPath, surroundings.languages, started.error)
-            : printing::PrinterDescription::openText(printer.ppdText, surroundings.languages, started.error);
-    if (options.description == nullptr)
-        return started;
+    options.plugIn = std::move(parts.plugIn);
+    options.description = std::move(parts.description);
     printing::PrinterDescription& description = *options.description;
-    description.markDefaults();
     options.settings = start.settings;
     std::optional<printing::Paper> free = start.freePaper;
     const auto mark = [&](const JobOption& choice) {
@@ -112,10 +122,7 @@ StartedSession startSession(const Printer& printer, const StartChoices& start,
         else if (description.mark(choice.name, choice.value) && isPaper)
             free.reset();
     };
-    const auto info = toolkit::Bundle::open(options.plugIn->path(), options.bundleView, started.error);
-    if (info == nullptr)
-        return started;
-    const std::set<std::string> managed = panelOptions(*info, description);
+    const std::set<std::string> managed = panelOptions(*options.plugIn, description);
     const std::set<std::string> installable = installableOptions(textOf(printer));
     std::vector<JobOption> kept = printer.options;
     started.problems = takeJobFields(kept, started.fields);

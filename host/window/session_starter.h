@@ -51,8 +51,18 @@ struct StartedSession {
     std::vector<std::string> problems;             ///< a sentence for each that was given and cannot be used
 };
 
-/// A session for the printer, with those of the choices that it has. A printer with none of the panels' options gets no
-/// panels.
-StartedSession startSession(const Printer& printer, const StartChoices& start, const SessionSurroundings& surroundings);
+/// What every session of a printer is made of, whatever is chosen: read from files, without a window.
+struct SessionParts {
+    std::shared_ptr<PlugIn> plugIn;
+    std::unique_ptr<printing::PrinterDescription> description; ///< its defaults are marked
+    std::string error;                                         ///< where one of them is null: why, in one sentence
+};
+
+SessionParts readSessionParts(const Printer& printer, const SessionSurroundings& surroundings);
+
+/// A session for the printer whose parts these are, with those of the choices that it has. A printer with none of the
+/// panels' options gets no panels.
+StartedSession startSession(SessionParts parts, const Printer& printer, const StartChoices& start,
+                            const SessionSurroundings& surroundings);
 
 } // namespace host
