@@ -30,19 +30,20 @@ function(cv_check_uses room)
   endforeach()
 endfunction()
 
-# cv_room(<room> SHARED|STATIC|MODULE SOURCES <file>... [INTERNAL <header>...] [USES <room>...] [LIBRARIES <target>...])
-# One library per room: cv_<room>, linked by others as CV::<room>. USES are public (a room's headers show the
-# rooms below it), LIBRARIES are private (outside libraries are not seen in its headers). A shared library is installed
-# with all of its headers that are not INTERNAL.
+# cv_room(<room> SHARED|STATIC|MODULE SOURCES <file>... [INTERNAL <header>...] [USES <room>...] [SHOWS <target>...] [LIBRARIES <target>...])
+# One library per room: cv_<room>, linked by others as CV::<room>. USES are public (a room's headers show the rooms below
+# it), SHOWS are public outside libraries, LIBRARIES are private ones, which its headers do not show. What is shown is
+# linked first: a library looks for its names in all that stand before it, and Qt has thousands. A shared library is
+# installed with all of its headers that are not INTERNAL.
 function(cv_room room type)
-  cmake_parse_arguments(PARSE_ARGV 2 ROOM "" "" "SOURCES;INTERNAL;USES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 2 ROOM "" "" "SOURCES;INTERNAL;USES;SHOWS;LIBRARIES")
   cv_check_uses(${room} ${ROOM_USES})
   add_library(cv_${room} ${type} ${ROOM_SOURCES})
   add_library(CV::${room} ALIAS cv_${room})
   target_include_directories(cv_${room} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/exports>)
   list(TRANSFORM ROOM_USES PREPEND CV::)
-  target_link_libraries(cv_${room} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_LIBRARIES})
+  target_link_libraries(cv_${room} PUBLIC ${ROOM_SHOWS} ${ROOM_USES} PRIVATE ${ROOM_LIBRARIES})
   if(CV_COVERAGE) # of the rooms alone: tests are not what is measured
     target_compile_options(cv_${room} PRIVATE --coverage -O0)
     target_link_options(cv_${room} PUBLIC --coverage)

@@ -36,7 +36,7 @@ DialogEntry* loadDialog(std::string& error) {
                 path.string() + "), or print without it by --no-dialog.";
         return nullptr;
     }
-    void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* library = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
     if (library == nullptr) {
         const char* reason = ::dlerror();
         error = "The window module \"" + path.string() +

@@ -101,6 +101,7 @@ class Packages(unittest.TestCase):
                 if not path.endswith("/"):
                     self.assertIsNone(seen.get(path), path)
                     seen[path] = package
+        self.assertEqual(seen["./usr/lib/corvane-print/libcv_print_command.so"], "corvane-print")
         self.assertEqual(seen["./usr/lib/corvane-print/libcv_window.so"], "corvane-print-window")
         self.assertEqual(seen["./usr/lib/corvane-print/libcv_framework.so.0"], "corvane-print")
         self.assertEqual(seen["./usr/share/man/man1/corvane-print.1.gz"], "corvane-print")

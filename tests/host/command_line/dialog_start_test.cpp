@@ -34,6 +34,15 @@ TEST_F(DialogStart, WithoutADisplayOneLineNamesWhatToDo) {
                 ElementsAre(AllOf(HasSubstr("--no-dialog"), HasSubstr("corvane-panel-session"))));
 }
 
+TEST_F(DialogStart, WithoutItsOwnModuleOneLineSaysSo) {
+    environment_.erase("LD_LIBRARY_PATH");
+    const auto result = open({"--version"});
+    EXPECT_EQ(result.status, kExitNotPrinted);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(AllOf(HasSubstr("corvane-print: "), HasSubstr("cannot be loaded"),
+                                                          HasSubstr("libcv_print_command.so"), HasSubstr("Install"))));
+}
+
 TEST_F(DialogStart, WithoutTheWindowModuleOneLineNamesWhatToInstall) {
     environment_["DISPLAY"] = ":99";
     const auto result = open({"page.pdf"});
