@@ -52,6 +52,15 @@ void agree(QWidget& alert) {
     static_cast<QDialog&>(alert).findChild<QPushButton*>("normalPaperAlertOKButton")->click();
 }
 
+// Closes what is told of a sent job. The text that takes it is borrowed.
+std::function<void(QWidget&)> closingNote(QString& told) {
+    return [&told](QWidget& note) {
+        auto& box = dynamic_cast<QMessageBox&>(note);
+        told = box.informativeText();
+        box.accept();
+    };
+}
+
 } // namespace
 
 class WindowQueuesTest : public QObject {
@@ -317,10 +326,7 @@ private slots:
         QVERIFY(presets.actions().front()->text().contains("ater"));
         presets.actions().front()->trigger();
         QString told;
-        window.answer({agree, [&](QWidget& message) {
-                           told = dynamic_cast<QMessageBox&>(message).informativeText();
-                           static_cast<QDialog&>(message).accept();
-                       }});
+        window.answer({agree, closingNote(told)});
         window.click("printButton");
         const int job = window.dialog().printed().front().jobId;
         QCOMPARE(server_->jobAttribute(job, "job-priority"), std::string("77"));
@@ -337,9 +343,11 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!window.dialog().message().isEmpty() && window.dialog().session() != nullptr,
                                  kSearchMilliseconds);
         window.click("defaultsButton");
-        window.answer({agree});
+        QString told;
+        window.answer({agree, closingNote(told)}); // a held job's; it is not to come
         window.click("printButton");
         QCOMPARE(window.dialog().printed().size(), std::size_t{1});
+        QCOMPARE(told, QString());
         const int job = window.dialog().printed().front().jobId;
         QCOMPARE(server_->jobAttribute(job, "job-priority"), std::string("50"));
         QCOMPARE(server_->jobAttribute(job, "job-hold-until"), std::string("no-hold"));
@@ -358,10 +366,7 @@ private slots:
             WindowUnderTest window(std::move(named));
             QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
             QString told;
-            window.answer({agree, [&](QWidget& message) {
-                               told = dynamic_cast<QMessageBox&>(message).informativeText();
-                               static_cast<QDialog&>(message).accept();
-                           }});
+            window.answer({agree, closingNote(told)});
             window.click("printButton");
             const int job = window.dialog().printed().front().jobId;
             const std::string english = host::jobStatus(server_->socket(), job).words;
