@@ -119,7 +119,7 @@ GeneralPage::GeneralPage(Language language, Choices choices)
     connect(rememberBox_, &QCheckBox::clicked, this, [this](bool on) { choices_.remember(on); });
     setLooking(false);
     setFolderShown(false);
-    fitLists();
+    fitFields();
     show(nullptr);
 }
 
@@ -138,7 +138,6 @@ QLabel* GeneralPage::addRow(Text text, QWidget& field, QLayout* row) {
 void GeneralPage::addPrinters(const QStringList& names) {
     const QSignalBlocker quiet(printerList_);
     printerList_->addItems(names);
-    printerList_->setMinimumWidth(printerList_->sizeHint().width());
     choices_.sizeChanged();
 }
 
@@ -259,7 +258,6 @@ void GeneralPage::show(Session* session) {
         layout_->setRowVisible(scalingList_, scalingList_->count() > 1);
         layout_->setRowVisible(rememberBox_, true);
         layout_->setRowVisible(colorMatchingList_, description.hasAttribute(kColorMatchingAttribute));
-        fitLists();
         assignMnemonics(*this, takenLetters_);
     }
     showPaper(*session);
@@ -276,16 +274,12 @@ void GeneralPage::show(Session* session) {
     choices_.sizeChanged();
 }
 
-void GeneralPage::fitLists() {
+void GeneralPage::fitFields() {
     constexpr int kMargin = 24;           // pixels around the text of a field
     constexpr int kFolderCharacters = 30; // that are seen at once
     folderField_->setMinimumWidth(folderField_->fontMetrics().averageCharWidth() * kFolderCharacters + kMargin);
     pagesField_->setMinimumWidth(pagesField_->fontMetrics().horizontalAdvance(pagesField_->placeholderText()) +
                                  kMargin);
-    for (auto* list : findChildren<QComboBox*>()) {
-        list->setMinimumWidth(0);
-        list->setMinimumWidth(list->sizeHint().width());
-    }
 }
 
 void GeneralPage::showPaper(Session& session) {

@@ -66,7 +66,7 @@ public:
     /// Shows what the session holds; null: there is no printer.
     void show(Session* session);
     /// After a change of fonts.
-    void fitLists();
+    void fitFields();
 
 private:
     QLabel* addRow(Text text, QWidget& field, QLayout* row = nullptr); ///< null: the field alone

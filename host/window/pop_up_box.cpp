@@ -68,7 +68,8 @@ PopUpBox::PopUpBox(QWidget* parent) : QComboBox(parent) {
 }
 
 QSize PopUpBox::sizeHint() const {
-    if (!size_.isValid()) {
+    if (!size_.isValid() || iconsSize_ != iconSize()) { // nothing tells of a new size of pictures
+        iconsSize_ = iconSize();
         QStyleOptionComboBox option;
         initStyleOption(&option);
         size_ = style()->sizeFromContents(QStyle::CT_ComboBox, &option, largestItem(), this);

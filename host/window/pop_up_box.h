@@ -21,7 +21,8 @@ private:
     void forgetSize();
     [[nodiscard]] QSize largestItem() const;
 
-    mutable QSize size_; // invalid until it is asked for
+    mutable QSize size_;      // invalid until it is asked for
+    mutable QSize iconsSize_; // that it was found with
     bool hasPoppedUp_ = false;
 };
 

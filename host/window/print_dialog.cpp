@@ -771,7 +771,7 @@ void PrintDialog::refreshLater() {
         for (const PanelTab& tab : panelTabs_)
             if (tab.binder != nullptr)
                 tab.binder->showAgain();
-        generalPage_->fitLists();
+        generalPage_->fitFields();
         summaryPage_->showAgain();
         fitLater();
     });

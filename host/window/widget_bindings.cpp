@@ -174,8 +174,6 @@ private:
             model.appendRow(item);
         if (largest.isValid()) // in the height of a line of text
             box_.setIconSize(largest.scaled(QSize(4, 1) * box_.fontMetrics().height(), Qt::KeepAspectRatio));
-        box_.setMinimumWidth(0);
-        box_.setMinimumWidth(box_.sizeHint().width());
         shown_ = list_.items();
         known_ = true;
         context().changed();

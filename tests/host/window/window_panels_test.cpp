@@ -2,6 +2,7 @@
 
 #include "window_under_test.h"
 
+#include "host/window/pop_up_box.h"
 #include "toolkit/button.h"
 #include "toolkit/image_view.h"
 #include "toolkit/number_field.h"
@@ -14,6 +15,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLayoutItem>
 #include <QListView>
 #include <QMap>
 #include <QPushButton>
@@ -199,6 +201,25 @@ private slots:
         large.setPointSize(2 * large.pointSize());
         box.setFont(large);
         QVERIFY(box.sizeHint().width() > before);
+        QFont small = box.font();
+        small.setPointSize(small.pointSize() / 4);
+        box.setFont(small);
+        QVERIFY(box.sizeHint().width() < before);
+        QCOMPARE(QWidgetItem(&box).minimumSize().width(), box.sizeHint().width()); // in its layout
+    }
+
+    void aListHasRoomForPicturesOfANewSize() {
+        host::PopUpBox box;
+        QPixmap picture(8, 8);
+        picture.fill(Qt::black);
+        box.addItem(QIcon(picture), "Stapled");
+        box.setIconSize({8, 8});
+        const QSize before = box.sizeHint();
+        box.setIconSize({64, 48});
+        QCOMPARE(box.sizeHint().width(), before.width() + 56);
+        QVERIFY(box.sizeHint().height() > 48);
+        box.setIconSize({8, 8});
+        QCOMPARE(box.sizeHint(), before);
     }
 
     void thePreviewIsDrawnWhereItIsSeen() {
