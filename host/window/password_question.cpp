@@ -159,10 +159,27 @@ private:
 };
 
 PasswordQuestions::PasswordQuestions(QWidget& window, const Language& language)
-    : desk_(std::make_shared<Desk>(window, language)) {}
+    : language_(language), desk_(std::make_shared<Desk>(window, language)) {}
 
 PasswordPrompt PasswordQuestions::prompt(Text action) const {
     return [desk = desk_, action](const PasswordQuestion& question) { return desk->ask(question, action); };
+}
+
+PasswordPrompt PasswordQuestions::prompt(Text action, GivenUpQuestion givenUp) const {
+    return [prompt = prompt(action), givenUp = std::move(givenUp)](const PasswordQuestion& question) {
+        auto answer = prompt(question);
+        *givenUp = answer ? std::string() : question.server;
+        return answer;
+    };
+}
+
+std::string PasswordQuestions::errorInWords(const std::string& error, const GivenUpQuestion& givenUp,
+                                            Text again) const {
+    if (error.empty() || givenUp->empty())
+        return error;
+    return (windowText(Text::PasswordNotGiven, language_).arg(QString::fromStdString(*givenUp)) + u' ' +
+            windowText(again, language_))
+        .toStdString();
 }
 
 PasswordPrompt PasswordQuestions::unasked() const {

@@ -846,13 +846,14 @@ void PrintDialog::print() {
         return settings_.submission(destination, job, progress);
     };
     SendOutcome outcome;
+    const auto givenUp = std::make_shared<std::string>();
     bool sent = false;
     actions_.run([&] {
         if (!session_->shouldPrint())
             return;
         destination_ = {.queue = toFolder ? std::nullopt : printer.queue,
                         .folder = toFolder ? generalPage_->folder().toStdString() : std::string(),
-                        .passwords = passwords_.prompt(Text::Print)};
+                        .passwords = passwords_.prompt(Text::Print, givenUp)};
         sent = true;
         outcome = JobSender(*this,
                             {.title = windowText(Text::Printing, language_),
@@ -863,6 +864,8 @@ void PrintDialog::print() {
                              .status = [this](const JobStatus& status) { return statusInWords(status, language_); }},
                             submission, settings_.status, settings_.cancelling, settings_.authentication)
                       .send(destination_, jobs(*pages));
+        if (outcome.failed && outcome.failed->jobId == 0)
+            outcome.failed->error = passwords_.errorInWords(outcome.failed->error, givenUp, Text::AskedByPrinting);
     });
     generalPage_->show(session_.get());
     if (changed) {

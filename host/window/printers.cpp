@@ -58,8 +58,9 @@ void PrinterSearch::ask(std::function<Answer()> question, std::function<void(con
 }
 
 void PrinterSearch::findQueues(const std::string& server, std::function<void(const Found&)> tell) {
+    const auto givenUp = std::make_shared<std::string>();
     ask<Found>(
-        [server, passwords = passwords_.prompt(Text::Continue)] {
+        [server, passwords = passwords_.prompt(Text::Continue, givenUp)] {
             const QueueList list = listQueues(server, kSearchLimits, passwords);
             Found found{.printers = {}, .error = list.error};
             for (const Queue& queue : list.queues)
@@ -72,13 +73,20 @@ void PrinterSearch::findQueues(const std::string& server, std::function<void(con
                                           .isDefault = queue.isDefault});
             return found;
         },
-        std::move(tell));
+        [this, givenUp, tell = std::move(tell)](Found found) {
+            found.error = passwords_.errorInWords(found.error, givenUp, Text::AskedByOpening);
+            tell(found);
+        });
 }
 
 void PrinterSearch::fetchPpdOf(const QueueAddress& address, std::function<void(const FetchedPpd&)> tell) {
+    const auto givenUp = std::make_shared<std::string>();
     ask<FetchedPpd>([address, passwords = passwords_.prompt(
-                                  Text::Continue)] { return fetchPpd(address, kSearchLimits, passwords); },
-                    std::move(tell));
+                                  Text::Continue, givenUp)] { return fetchPpd(address, kSearchLimits, passwords); },
+                    [this, givenUp, tell = std::move(tell)](FetchedPpd ppd) {
+                        ppd.error = passwords_.errorInWords(ppd.error, givenUp, Text::AskedByChoosing);
+                        tell(ppd);
+                    });
 }
 
 } // namespace host

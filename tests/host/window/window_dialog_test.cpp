@@ -294,6 +294,28 @@ private slots:
         QCOMPARE(given, (std::vector<std::string>{"ann:a word", "nothing"}));
     }
 
+    void whoGivesNoPasswordForAJobMayPrintAnew() {
+        std::atomic<bool> isShown = false; // the progress, above which the question stands
+        WindowUnderTest window({.submission = [&](const auto& destination, const auto&, const auto&) {
+            while (!isShown)
+                std::this_thread::yield();
+            const auto answer = destination.passwords({.server = "the queue Office", .user = "ann"});
+            return answer ? host::JobResult{.ok = false, .error = "The disk is full."}
+                          : host::JobResult{.ok = false, .error = "Print where you can be asked."};
+        }});
+        window.whileSending([&isShown](QWidget&) { isShown = true; });
+        const auto cancel = [](QWidget& question) { dynamic_cast<QDialog&>(question).reject(); };
+        const auto accept = [](QWidget& question) { dynamic_cast<QDialog&>(question).accept(); };
+        window.answer({agree, cancel, cancel});
+        window.click("printButton");
+        QCOMPARE(window.answered(), 3);
+        QCOMPARE(window.dialog().message(), QString("The printer was not reached, because no user name and password "
+                                                    "were given: the queue Office. To be asked again, print anew."));
+        window.answer({agree, accept, cancel});
+        window.click("printButton");
+        QCOMPARE(window.dialog().message(), QString("The disk is full."));
+    }
+
     void aJobThatIsHeldForAPasswordIsReleasedWithTheUsers() {
         std::vector<std::string> given;
         WindowUnderTest window({.submission = sentAsJobSeven,

@@ -18,6 +18,7 @@
 #include <QSpinBox>
 
 #include <memory>
+#include <optional>
 
 using tests::WindowUnderTest;
 
@@ -242,15 +243,71 @@ private slots:
         QVERIFY(guarded.documentBytes() > 0);
     }
 
+    void whoGivesNoPasswordIsTold_data() {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("beginning");
+        QTest::addColumn<QString>("end");
+        QTest::newRow("en") << "en"
+                            << "The printer was not reached, because no user name and password were given: "
+                            << "To be asked again, close this window and print anew.";
+        QTest::newRow("ja") << "ja"
+                            << "ユーザー名とパスワードが入力されなかったため、プリンターに接続できませんでした: "
+                            << "もう一度入力するには、このウインドウを閉じて印刷し直してください。";
+        QTest::newRow("de") << "de"
+                            << "Der Drucker wurde nicht erreicht, weil kein Benutzername und kein Passwort "
+                               "angegeben wurden: "
+                            << "Um noch einmal gefragt zu werden, schließen Sie dieses Fenster und drucken Sie erneut.";
+        QTest::newRow("fr") << "fr"
+                            << "L’imprimante n’a pas été jointe, car aucun nom d’utilisateur ni mot de passe "
+                               "n’a été donné : "
+                            << "Pour qu’ils soient redemandés, fermez cette fenêtre et imprimez de nouveau.";
+        QTest::newRow("es") << "es"
+                            << "No se ha podido acceder a la impresora porque no se han indicado un nombre de "
+                               "usuario y una contraseña: "
+                            << "Para que se pidan de nuevo, cierre esta ventana y vuelva a imprimir.";
+        QTest::newRow("zh_CN") << "zh_CN"
+                               << "由于未提供用户名和密码，无法访问打印机："
+                               << "要再次输入，请关闭此窗口并重新打印。";
+    }
+
     void whoGivesNoPasswordIsTold() {
+        QFETCH(const QString, language);
+        QFETCH(const QString, beginning);
+        QFETCH(const QString, end);
         const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
-        WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
+        auto asked = setup("Recorder", guarded.hostAndPort());
+        asked.languages = {language.toStdString()};
+        WindowUnderTest window(std::move(asked));
         window.answer({[](QWidget& question) { QTest::keyClick(&question, Qt::Key_Escape); }});
-        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("wants a user's name and password"),
-                                 kSearchMilliseconds);
+        QTRY_VERIFY_WITH_TIMEOUT(!window.dialog().message().isEmpty(), kSearchMilliseconds);
+        const QString told = window.dialog().message();
+        QVERIFY2(told.startsWith(beginning) && told.endsWith(end), qPrintable(told));
+        QVERIFY2(told.contains(QString::fromStdString(guarded.hostAndPort())), qPrintable(told));
         expectNoPrinter(window);
         QVERIFY(!window.widget<QPushButton>("undoButton").isVisible());
         QVERIFY(!isPasswordAskedFor());
+    }
+
+    void whoGivesNoPasswordForAPpdMayChooseThePrinterAnew() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        QWidget window;
+        window.show();
+        host::PasswordQuestions questions(window, host::Language::English);
+        host::PrinterSearch search(questions);
+        for (const bool isAnswered : {false, true}) {
+            std::optional<host::FetchedPpd> found;
+            search.fetchPpdOf({.server = guarded.hostAndPort(), .queue = "Recorder"},
+                              [&](const host::FetchedPpd& ppd) { found = ppd; });
+            QTRY_VERIFY_WITH_TIMEOUT(isPasswordAskedFor(), kSearchMilliseconds);
+            if (isAnswered)
+                answering("right word")(*QApplication::activeModalWidget());
+            else
+                QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+            QTRY_VERIFY_WITH_TIMEOUT(found.has_value(), kSearchMilliseconds);
+            QCOMPARE(found->text.empty(), !isAnswered);
+            QCOMPARE(QString::fromStdString(found->error).endsWith("To be asked again, choose the printer anew."),
+                     !isAnswered);
+        }
     }
 
     void aDialogThatEndsGivesTheQuestionUp() {
@@ -260,7 +317,7 @@ private slots:
         window.dialog().reject();
         QVERIFY(!window.dialog().isVisible());
         QVERIFY(QApplication::activeModalWidget() == nullptr);
-        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("wants a user's name and password"),
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().message().contains("no user name and password were given"),
                                  kSearchMilliseconds);
     }
 
