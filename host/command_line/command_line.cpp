@@ -85,6 +85,7 @@ private:
         return arguments_.bundle.empty() ? pathOfPlugInBundle() : std::filesystem::path(arguments_.bundle);
     }
     [[nodiscard]] std::string titleOfInput() const;
+    [[nodiscard]] std::string refusalForFiles() const;
     [[nodiscard]] std::string spoolDocuments();
     [[nodiscard]] std::string findQueue();
     [[nodiscard]] std::string takePreset(const QueueList& list);
@@ -116,12 +117,24 @@ std::string PrintCommand::titleOfInput() const {
                : documentName(arguments_.files.front());
 }
 
+/// Empty, or why a file that was named cannot be printed. Whether a pipe can is known when it was read.
+std::string PrintCommand::refusalForFiles() const {
+    for (const std::string& file : arguments_.files) {
+        std::error_code unreadable; // is told when it is opened
+        if (file == kStandardInput || std::filesystem::is_fifo(file, unreadable))
+            continue;
+        if (std::string failure = Document().open(file); !failure.empty())
+            return failure;
+    }
+    return {};
+}
+
 /// Empty, or why there is nothing to print.
 std::string PrintCommand::spoolDocuments() {
     if (arguments_.files.empty())
         arguments_.files.emplace_back(kStandardInput);
     for (const std::string& file : arguments_.files) {
-        std::error_code unreadable; // is told when it is opened
+        std::error_code unreadable;
         if (file == kStandardInput) {
             if (input_.path().empty())
                 if (std::string failure = input_.readFrom(STDIN_FILENO, "Standard input"); !failure.empty())
@@ -131,9 +144,7 @@ std::string PrintCommand::spoolDocuments() {
             if (std::string failure = pipes_.emplace_back().readPipe(file); !failure.empty())
                 return failure;
             documents_.push_back(pipes_.back().path());
-        } else { // told before anything is asked of the panels
-            if (std::string failure = Document().open(file); !failure.empty())
-                return failure;
+        } else {
             documents_.push_back(file);
         }
     }
@@ -296,6 +307,8 @@ int PrintCommand::runDialog() {
     DialogEntry* const dialog = loadDialog(error);
     if (dialog == nullptr)
         return fail(kExitNoDialog, error);
+    if (error = refusalForFiles(); !error.empty())
+        return fail(kExitNotPrinted, error);
     if (!arguments_.preset.empty())
         if (error = findQueue(); !error.empty())
             return fail(kExitNotPrinted, error);
@@ -334,8 +347,9 @@ int PrintCommand::prepareAndPrint() {
     source_.defaults = &defaults_;
     const bool needsQueue = arguments_.ppd.empty() || !arguments_.queue.empty() || !arguments_.preset.empty() ||
                             (arguments_.folder.empty() && !arguments_.onlyReports());
-    std::string error;
-    if (needsQueue)
+    // What was typed is told before a server is asked for anything.
+    std::string error = arguments_.prints() ? refusalForFiles() : "";
+    if (error.empty() && needsQueue)
         error = findQueue();
     if (error.empty())
         error = readPpd();

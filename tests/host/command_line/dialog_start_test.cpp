@@ -82,6 +82,14 @@ TEST_F(DialogStart, TheModuleIsGivenWhatTheCommandLineSays) {
                             "bundle: b.plugin"));
 }
 
+TEST_F(DialogStart, AFileThatIsNotThereIsToldBeforeAServerThatIsNot) {
+    environment_["DISPLAY"] = ":99";
+    installWindow();
+    const auto result = open({"-d", "Office", "--preset", "photo", "missing.pdf"});
+    EXPECT_EQ(result.status, kExitNotPrinted);
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("missing.pdf")));
+}
+
 TEST_F(DialogStart, StandardInputIsKeptForTheDialog) {
     environment_["DISPLAY"] = ":99";
     environment_["TMPDIR"] = folder_.path();

@@ -318,6 +318,7 @@ TEST_F(Printing, WhatCannotBePrintedIsOneLineAndAStatus) {
         {{"-d", "Nobody", "--presets"}, "name another one by -d"},
         {{"-d", "Sample", folder_.path() / "missing.pdf"}, "missing.pdf"},
         {{"-h", "/no/such/socket", "-d", "Sample", file}, "No connection"},
+        {{"-h", "/no/such/socket", "-d", "Sample", folder_.path() / "missing.pdf"}, "missing.pdf"},
         {{"-i", "99999", "-n", "2"}, "99999"},
     };
     for (const auto& [arguments, named] : kCases) {
