@@ -87,7 +87,7 @@ private:
     [[nodiscard]] std::string titleOfInput() const;
     [[nodiscard]] std::string refusalForFiles() const;
     [[nodiscard]] std::string spoolDocuments();
-    [[nodiscard]] std::string findQueue();
+    [[nodiscard]] std::string findQueue(const PasswordPrompt& passwords = {});
     [[nodiscard]] std::string takePreset(const QueueList& list);
     [[nodiscard]] std::string readPpd();
     [[nodiscard]] std::string destination() const;
@@ -155,8 +155,8 @@ std::string PrintCommand::spoolDocuments() {
 }
 
 /// Finds the queue and what is kept for it. Empty, or why there is none.
-std::string PrintCommand::findQueue() {
-    const QueueList list = listQueues(arguments_.server);
+std::string PrintCommand::findQueue(const PasswordPrompt& passwords) {
+    const QueueList list = listQueues(arguments_.server, {}, passwords);
     if (!list.error.empty())
         return list.error;
     const auto named = [&](const Queue& each) {
@@ -309,9 +309,15 @@ int PrintCommand::runDialog() {
         return fail(kExitNoDialog, error);
     if (error = refusalForFiles(); !error.empty())
         return fail(kExitNotPrinted, error);
+    bool isPasswordWanted = false; // the window asks for it
     if (!arguments_.preset.empty())
-        if (error = findQueue(); !error.empty())
-            return fail(kExitNotPrinted, error);
+        error = findQueue([&](const PasswordQuestion&) {
+            isPasswordWanted = true;
+            return std::nullopt;
+        });
+    const bool looksForPreset = isPasswordWanted && arguments_.ppd.empty();
+    if (!error.empty() && !looksForPreset)
+        return fail(kExitNotPrinted, error);
     std::vector<JobOption> choices = arguments_.options;
     request_.copies = 0; // as long as none are given
     for (const std::string& complaint : takeJobFields(choices, request_))
@@ -334,6 +340,7 @@ int PrintCommand::runDialog() {
                    .choices = choices,
                    .preset = arguments_.preset,
                    .presetChoices = source_.preset,
+                   .looksForPreset = looksForPreset,
                    .copies = request_.copies,
                    .priority = request_.priority,
                    .holdUntil = request_.holdUntil,

@@ -21,6 +21,7 @@ struct DialogRequest {
     std::vector<JobOption> choices{};     ///< as they were given, in that order; of equal names the last one holds
     std::string preset{};                 ///< of the queue, chosen before the choices; mostly empty
     std::vector<JobOption> presetChoices{};
+    bool looksForPreset = false;    ///< its choices could not be known without a password: the queue's server has them
     int copies = 0;                 ///< 0: as the preset or the queue keeps them, else 1
     int priority = 0;               ///< see JobRequest::priority
     std::string holdUntil{};        ///< see JobRequest::holdUntil
@@ -29,7 +30,7 @@ struct DialogRequest {
 };
 
 /// The version of DialogRequest and of the entry. A module exports the one that it was built with; another is refused.
-inline constexpr int kDialogInterfaceVersion = 3;
+inline constexpr int kDialogInterfaceVersion = 4;
 
 /// The module's exported names: an `extern "C" const int`, and the entry.
 inline constexpr const char* kDialogVersionSymbol = "CVPrintDialogInterfaceVersion";

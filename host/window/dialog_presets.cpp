@@ -19,15 +19,38 @@ QString ofUtf8(std::string_view text) {
 } // namespace
 
 // One that was named when the dialog was opened is its queue's, for which a given PPD may stand.
-bool PrintDialog::awaitsPreset(const Printer& printer) const {
+bool PrintDialog::isPresetMeantFor(const Printer& printer) const {
     return !request_.preset.empty() && (printer.queue ? printer.queue->queue == request_.printer
                                                       : !request_.ppd.empty() && printer.ppdPath == request_.ppd);
 }
 
+// Where it could not be looked for before, it is among the queues; null where it is not.
+const Printer* PrintDialog::foundPreset() const {
+    const auto found = std::ranges::find_if(printers_, [&](const Printer& each) {
+        return each.queue && each.queue->queue == request_.printer && each.instance == request_.preset;
+    });
+    return found == printers_.end() ? nullptr : &*found;
+}
+
+bool PrintDialog::awaitsPreset(const Printer& printer) const {
+    return isPresetMeantFor(printer) && (!request_.looksForPreset || foundPreset() != nullptr);
+}
+
 // What was given beside it goes before what it says.
 void PrintDialog::applyGivenPreset() {
-    if (session_ == nullptr || !awaitsPreset(printers_[static_cast<std::size_t>(printer_)]))
+    if (session_ == nullptr)
         return;
+    const Printer& printer = printers_[static_cast<std::size_t>(printer_)];
+    if (!awaitsPreset(printer)) {
+        if (isPresetMeantFor(printer)) {
+            const QString missing = windowText(Text::NoSuchPreset, language_)
+                                        .arg(ofUtf8(request_.printer), ofUtf8(std::exchange(request_.preset, {})));
+            tell((missing + u' ' + message()).trimmed(), !undoButton_->isHidden());
+        }
+        return;
+    }
+    if (request_.looksForPreset)
+        request_.presetChoices = foundPreset()->options;
     const Preset preset{.name = {.queue = request_.printer, .name = std::exchange(request_.preset, {})},
                         .options = std::move(request_.presetChoices)};
     const QString pages = generalPage_->pages();

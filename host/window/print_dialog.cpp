@@ -260,6 +260,8 @@ void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
     };
     const auto wanted = std::ranges::find_if(printers_, isWanted);
     const bool isMissing = printer_ < 0 && wanted == printers_.end();
+    if (request_.looksForPreset && request_.printer.empty() && wanted != printers_.end() && wanted->queue)
+        request_.printer = wanted->queue->queue; // the default one's preset is meant
     if (printer_ < 0 && !isMissing)
         choosePrinter(static_cast<int>(wanted - printers_.begin()));
     else if (isMissing && wanted_.queue.empty() && !printers_.empty())

@@ -122,6 +122,8 @@ private:
     void act(const std::function<void()>& action, const Cause& cause = {});
 
     // Presets.
+    [[nodiscard]] bool isPresetMeantFor(const Printer& printer) const;
+    [[nodiscard]] const Printer* foundPreset() const;
     [[nodiscard]] bool awaitsPreset(const Printer& printer) const;
     void applyGivenPreset();
     void applyPreset(const Preset& preset, const std::vector<JobOption>& given = {});

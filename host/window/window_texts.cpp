@@ -133,6 +133,7 @@ constexpr Row kTexts[] = {
     {Text::PresetDeleted, "The preset “%1” has been deleted."},
     {Text::ThePreset, "the preset “%1”"},
     {Text::PresetChosen, "The choices of the preset “%1” have been made."},
+    {Text::NoSuchPreset, "The queue “%1” has no preset “%2”: choose another one."},
     {Text::QueueNotFound, "There is no queue “%1”: choose another printer."},
     {Text::QueueWithoutPpd, "“%1” has no PPD, so there is nothing to choose here: print without the dialog "
                             "(--no-dialog), or choose another printer."},

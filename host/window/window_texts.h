@@ -123,6 +123,7 @@ enum class Text {
     PresetDeleted,
     ThePreset,
     PresetChosen,
+    NoSuchPreset,
     QueueNotFound,
     QueueWithoutPpd,
     ReadingPrinter,

@@ -1,4 +1,5 @@
 #include "tests/host/command_line/printing.h"
+#include "tests/support/fake_print_server.h"
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>
@@ -85,6 +86,25 @@ TEST_F(PresetCommands, TheDialogIsGivenThePresetByItsName) {
                 AllOf(Contains("preset: photo"), Contains("preset's: CVMediaType=Glossy"),
                       Contains("preset's: copies=2"), Contains("choice: CVBiDir=OFF"), Contains("copies: 0")));
     EXPECT_THAT(result.output, testing::Not(HasSubstr("choice: CVMediaType")));
+}
+
+TEST_F(PresetCommands, TheDialogLooksForThePresetOfAServerThatWantsAPassword) {
+    const test_support::FakePrintServer guarded({}, "ann:right word");
+    const std::filesystem::path program = installProgram();
+    std::filesystem::copy(WINDOW_MODULE, windowModule());
+    environment_["DISPLAY"] = ":99";
+    const auto open = [&](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), {"corvane-print", "-h", guarded.hostAndPort(), "--preset", "photo"});
+        return test_support::runProgram(
+            {.program = program, .arguments = std::move(arguments), .environment = environment_});
+    };
+    const auto result = open({page()});
+    EXPECT_EQ(result.status, kExitDone) << result.errors;
+    EXPECT_THAT(linesOf(result.output), AllOf(Contains("preset: photo"), Contains("preset's: (to be looked for)")));
+    // With a PPD of its own the dialog waits for no queue.
+    const auto withPpd = open({"--ppd", kSamplePpd, page()});
+    EXPECT_EQ(withPpd.status, kExitNotPrinted);
+    EXPECT_THAT(linesOf(withPpd.errors), ElementsAre(HasSubstr("wants a user's name and password")));
 }
 
 TEST_F(PresetCommands, TheyAreListedRenamedAndDeleted) {

@@ -23,6 +23,8 @@ int CVRunPrintDialog(const host::DialogRequest& request) {
     tell("preset", request.preset);
     for (const host::JobOption& choice : request.presetChoices)
         tell("preset's", choice.name + "=" + choice.value);
+    if (request.looksForPreset)
+        tell("preset's", "(to be looked for)");
     tell("copies", std::to_string(request.copies));
     tell("priority", std::to_string(request.priority));
     tell("hold", request.holdUntil);

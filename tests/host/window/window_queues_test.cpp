@@ -310,6 +310,38 @@ private slots:
         }
     }
 
+    void aPresetOfAGuardedServerIsLookedForWithTheUsersPassword() {
+        keepOptions("Default Recorder\nDest Recorder/photo CVMediaType=Glossy copies=3\n");
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        for (const char* queue : {"Recorder", ""}) { // the default one
+            auto given = setup(queue, guarded.hostAndPort());
+            given.choices = {{"CVBiDir", "OFF"}};
+            given.preset = "photo";
+            given.looksForPreset = true;
+            WindowUnderTest window(std::move(given));
+            window.answer({answering("right word")});
+            QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+            QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
+            QCOMPARE(window.marked("CVBiDir"), QString("OFF"));
+            QCOMPARE(window.widget<QSpinBox>("copiesField").value(), 3);
+            QVERIFY(window.widget<QPushButton>("undoButton").isVisible());
+        }
+    }
+
+    void aPresetThatAGuardedServersQueueHasNotIsTold() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        auto given = setup("Recorder", guarded.hostAndPort());
+        given.choices = {{"CVBiDir", "OFF"}};
+        given.preset = "photo";
+        given.looksForPreset = true;
+        WindowUnderTest window(std::move(given));
+        window.answer({answering("right word")});
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        const QString told = window.dialog().message();
+        QVERIFY2(told.startsWith("The queue “Recorder” has no preset “photo”: choose another one."), qPrintable(told));
+        QCOMPARE(window.marked("CVBiDir"), QString("OFF"));
+    }
+
     void aDialogThatEndsGivesTheQuestionUp() {
         const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
         WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));

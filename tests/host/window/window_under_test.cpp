@@ -27,6 +27,7 @@ WindowUnderTest::WindowUnderTest(Setup setup) {
     request.server = std::move(setup.server);
     request.preset = std::move(setup.preset);
     request.presetChoices = std::move(setup.presetChoices);
+    request.looksForPreset = setup.looksForPreset;
     request.copies = setup.copies;
     request.choices = std::move(setup.choices);
     request.bundle = CV_BINARY_DIR "/PlugIns/CVInkQuality12.plugin";

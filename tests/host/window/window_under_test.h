@@ -37,6 +37,7 @@ public:
         std::string printer = {}, instance = {}, server = {}; ///< as in host::DialogRequest
         std::string preset = {};                              ///< the same
         std::vector<host::JobOption> presetChoices = {};      ///< the same
+        bool looksForPreset = false;                          ///< the same
         int copies = 0;                                       ///< the same
         bool isPpdGiven = false;                              ///< the printer is a PPD that stands for a queue
     };
