@@ -26,6 +26,15 @@ namespace {
 
 constexpr const char* kPhoto = "Dest Office/photo CVMediaType=Glossy copies=3\n";
 
+/// A dialog for a queue, opened with a choice and with a preset of the queue Office.
+WindowUnderTest::Setup besideOfficesPreset(const host::JobOption& choice, const char* queue) {
+    return {.choices = {choice},
+            .queue = queue,
+            .printer = "Office",
+            .preset = "photo",
+            .presetChoices = {{"CVMediaType", "Glossy"}}};
+}
+
 /// What a modal window is answered with: its names' fields are filled, then its button is clicked. The click comes from
 /// the event loop, so that what it opens can be answered, too.
 std::function<void(QWidget&)> clicked(const QString& button) {
@@ -210,11 +219,7 @@ private slots:
     }
 
     void theJobsOwnOptionsBesideANamedPresetAreNotUndone() {
-        WindowUnderTest window({.choices = {{"number-up", "2"}},
-                                .queue = "Office",
-                                .printer = "Office",
-                                .preset = "photo",
-                                .presetChoices = {{"CVMediaType", "Glossy"}}});
+        WindowUnderTest window(besideOfficesPreset({"number-up", "2"}, "Office"));
         QCOMPARE(window.marked("CVMediaType"), QString("Glossy"));
         window.click("undoButton");
         QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
@@ -237,11 +242,7 @@ private slots:
     }
 
     void aNamedPresetIsForItsQueueAlone() {
-        WindowUnderTest window({.choices = {{"CVBiDir", "OFF"}},
-                                .queue = "Other",
-                                .printer = "Office",
-                                .preset = "photo",
-                                .presetChoices = {{"CVMediaType", "Glossy"}}});
+        WindowUnderTest window(besideOfficesPreset({"CVBiDir", "OFF"}, "Other"));
         QCOMPARE(window.marked("CVMediaType"), QString("Plain"));
         QCOMPARE(window.marked("CVBiDir"), QString("OFF"));
     }
