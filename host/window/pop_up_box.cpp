@@ -35,15 +35,14 @@ class LetterWidths {
 public:
     explicit LetterWidths(const QFontMetrics& metrics) : metrics_(metrics), margin_(metrics.height()) {}
 
-    // Whether the text may be wider than so many pixels. Side by side, letters are not much wider than one by one.
+    // Whether the text may be wider than so many pixels. Side by side, letters are not much wider than one by one: some
+    // pixels, where the first or the last stands out, or two keep apart.
     bool mayBeWider(const QString& text, int width) {
         int sum = margin_;
-        for (const QChar letter : text) {
-            if (letter.isSurrogate())
-                return true;
+        for (const char32_t letter : text.toUcs4()) {
             auto known = widths_.constFind(letter);
             if (known == widths_.cend())
-                known = widths_.insert(letter, metrics_.horizontalAdvance(letter));
+                known = widths_.insert(letter, metrics_.horizontalAdvance(QString::fromUcs4(&letter, 1)));
             sum += *known;
         }
         return sum > width;
@@ -52,7 +51,7 @@ public:
 private:
     const QFontMetrics& metrics_;
     int margin_;
-    QHash<QChar, int> widths_;
+    QHash<char32_t, int> widths_;
 };
 
 } // namespace

@@ -208,6 +208,50 @@ private slots:
         QCOMPARE(QWidgetItem(&box).minimumSize().width(), box.sizeHint().width()); // in its layout
     }
 
+    void aListIsAsWideAsItsWidestItemAlone_data() {
+        QTest::addColumn<QStringList>("items");
+        QTest::newRow("the first") << QStringList{"Photo Paper Pro Luster", "Plain Paper", "Glossy"};
+        QTest::newRow("the last") << QStringList{"Plain", "Plain Paper", "Plain Paper, two-sided"};
+        QTest::newRow("fewer letters") << QStringList{"illiillii", "WWWWWW", "iiiiiiiiii"};
+        QTest::newRow("nearly as wide") << QStringList{"A4 AVAVAV", "A4 VAVAVA", "A4 AAAVVV", "A4 .VA.VA"};
+        QTest::newRow("other scripts") << QStringList{"Postcard", "はがき 宛名面", "明信片"};
+        QTest::newRow("other planes") << QStringList{"Plain Paper",
+                                                     QString::fromUcs4(U"\U0001F5A8\U0001F5A8\U0001F5A8"
+                                                                       U"\U0001F5A8\U0001F5A8\U0001F5A8")};
+    }
+
+    void aListIsAsWideAsItsWidestItemAlone() {
+        QFETCH(QStringList, items);
+        const auto width = [](const QStringList& texts) {
+            host::PopUpBox box;
+            box.addItems(texts);
+            return box.sizeHint().width();
+        };
+        int widest = 0;
+        for (const QString& item : items)
+            widest = std::max(widest, width({item}));
+        QCOMPARE(width(items), widest);
+    }
+
+    void aListIsAsWideAsLettersThatStandOut() {
+        host::PopUpBox box;
+        QFont font = box.font();
+        font.setPointSize(10);
+        box.setFont(font);
+        const QString wide = "Yg1,/rL"; // wider than its letters one by one
+        box.addItem(wide);
+        const int widest = box.sizeHint().width();
+        box.clear();
+        for (int narrow = 0; narrow < 10 && box.sizeHint().width() != widest - 1; ++narrow)
+            for (int wider = 0; wider < 10 && box.sizeHint().width() != widest - 1; ++wider) {
+                box.clear();
+                box.addItem(QString(narrow, 'l') + QString(wider, 'n'));
+            }
+        QCOMPARE(box.sizeHint().width(), widest - 1);
+        box.addItem(wide);
+        QCOMPARE(box.sizeHint().width(), widest);
+    }
+
     void aListHasRoomForPicturesOfANewSize() {
         host::PopUpBox box;
         QPixmap picture(8, 8);
