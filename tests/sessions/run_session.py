@@ -74,7 +74,6 @@ class Replay:
         status, errors = self.program.end()
         if status != self.ending.get("status", 0):
             self.tell(0, "the program ended with status %d: %s" % (status, errors))
-        self.program.__exit__()
         self.program = None
 
     def command(self, number, line, expectations):

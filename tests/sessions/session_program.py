@@ -29,6 +29,7 @@ class SessionProgram:
             env={**os.environ, **(environment or {})},
             **as_user(user),
         )
+        self.ended = False
 
     def answer_to_line(self, line):
         """The answer to one line, while the program still waits for more: answers are flushed one by one."""
@@ -44,16 +45,23 @@ class SessionProgram:
         return self.answer_to_line(json.dumps({"do": do, **members}))
 
     def end(self):
-        """Closes its input; the exit status and what is left on its standard error."""
-        _, errors = self.process.communicate(timeout=DEADLINE)
+        """Closes its input; the exit status and what is left on its standard error. Fails where it does not end: a
+        program that is killed tells neither of its leaks nor of the lines that it ran."""
+        self.ended = True
+        try:
+            _, errors = self.process.communicate(timeout=DEADLINE)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            _, errors = self.process.communicate()
+            raise AssertionError("the program did not end with its input: " + errors.decode(errors="replace")) from None
         return self.process.returncode, errors.decode(errors="replace")
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
-        if self.process.poll() is None:
-            self.process.kill()
-        self.process.wait()
-        for stream in (self.process.stdin, self.process.stdout, self.process.stderr):
-            stream.close()
+        """Whoever has not ended it expects that it ends well."""
+        if not self.ended:
+            status, errors = self.end()
+            if status != 0:
+                raise AssertionError("the program ended with status %d: %s" % (status, errors))
