@@ -82,11 +82,11 @@ bool arePageRanges(std::string_view text) {
         const std::string_view range = text.substr(0, comma);
         const std::size_t dash = range.find('-');
         const auto first = numberBetween(range.substr(0, dash), least, kLastPage);
-        isLast = comma == text.npos;
-        const bool isOpen = isLast && dash != range.npos && dash + 1 == range.size();
-        const auto last = dash == range.npos ? first
-                          : isOpen           ? std::optional(kLastPage)
-                                             : numberBetween(range.substr(dash + 1), first.value_or(least), kLastPage);
+        isLast = comma == std::string_view::npos;
+        const bool isOpen = isLast && dash != std::string_view::npos && dash + 1 == range.size();
+        const auto last = dash == std::string_view::npos ? first
+                          : isOpen                       ? std::optional(kLastPage)
+                                   : numberBetween(range.substr(dash + 1), first.value_or(least), kLastPage);
         if (!first || !last)
             return false;
         least = *last + 1;
@@ -250,10 +250,8 @@ Arguments readArguments(const std::vector<std::string>& arguments, std::string& 
     if (copies.empty())
         copies.emplace_back("corvane-print");
     read.program = std::filesystem::path(copies.front()).filename() == kLp ? kLp : "corvane-print";
-    std::vector<char*> pointers;
-    for (std::string& each : copies)
-        pointers.push_back(each.data());
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(copies.size() + 1, nullptr);
+    std::ranges::transform(copies, pointers.begin(), [](std::string& each) { return each.data(); });
     const int count = static_cast<int>(copies.size());
 
     std::optional<bool> dialog;

@@ -229,9 +229,10 @@ bool isHoldTime(std::string_view word) {
     if (std::ranges::find(kWords, word) != std::end(kWords))
         return true;
     const std::size_t colon = word.find(':'), second = word.find(':', colon + 1);
-    return colon != word.npos && numberBetween(word.substr(0, colon), 0, 23) &&
-           numberBetween(word.substr(colon + 1, second == word.npos ? second : second - colon - 1), 0, 59) &&
-           (second == word.npos || numberBetween(word.substr(second + 1), 0, 59));
+    return colon != std::string_view::npos && numberBetween(word.substr(0, colon), 0, 23) &&
+           numberBetween(word.substr(colon + 1, second == std::string_view::npos ? second : second - colon - 1), 0,
+                         59) &&
+           (second == std::string_view::npos || numberBetween(word.substr(second + 1), 0, 59));
 }
 
 std::vector<std::string> takeJobFields(std::vector<JobOption>& options, JobRequest& request) {

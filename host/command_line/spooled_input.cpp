@@ -26,7 +26,7 @@ std::string cannotBeKept(const std::string& source, const std::string& folder) {
 
 /// Copies to the end. Empty, or the sentence that says what went wrong.
 std::string copyAll(int from, int to, const std::string& source, const std::string& folder) {
-    std::array<char, 64 * 1024> piece;
+    std::array<char, 1 << 16> piece;
     bool isEmpty = true;
     for (;;) {
         const ssize_t count = ::read(from, piece.data(), piece.size());

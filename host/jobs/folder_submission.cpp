@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kPieceBytes = 64 * 1024;
+constexpr std::size_t kPieceBytes = 1 << 16;
 constexpr int kMaximumNumber = 1'000'000;      // of a name that is taken
 constexpr std::size_t kMaximumStemBytes = 200; // leaves room, in a name of 255 bytes, for a number
 constexpr std::size_t kMaximumExtensionBytes = 40;

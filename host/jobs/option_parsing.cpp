@@ -10,6 +10,7 @@ std::vector<JobOption> parsedOptions(const std::string& text) {
     cups_option_t* parsed = nullptr;
     const int count = cupsParseOptions(text.c_str(), 0, &parsed);
     std::vector<JobOption> options;
+    options.reserve(static_cast<std::size_t>(count));
     for (int index = 0; index < count; ++index)
         options.push_back({parsed[index].name, parsed[index].value});
     cupsFreeOptions(count, parsed);

@@ -18,7 +18,7 @@
 namespace host {
 namespace {
 
-constexpr std::size_t kPieceBytes = 64 * 1024;
+constexpr std::size_t kPieceBytes = 1 << 16;
 constexpr const char* kWhileSent = "while the document was sent";
 
 /// The printer's words for what it wants to know of a user.
@@ -132,6 +132,7 @@ std::vector<std::string> wantedOfUser(const Submission& submission, Connection& 
     const Message response = connection.ask(std::move(request), submission.queue.resource);
     std::vector<std::string> wanted;
     ipp_attribute_t* attribute = ippFindAttribute(response.get(), kWantedOfUser, IPP_TAG_KEYWORD);
+    wanted.reserve(static_cast<std::size_t>(ippGetCount(attribute)));
     for (int index = 0; index < ippGetCount(attribute); ++index)
         wanted.emplace_back(ippGetString(attribute, index, nullptr));
     if (std::ranges::find(wanted, kPassword) == wanted.end()) // nobody need be asked for the other kinds
@@ -152,9 +153,10 @@ std::string addCredentials(const Submission& submission, Connection& connection,
     if (!given)
         return "The job was given up because " + submission.queueOnServer() +
                " wants a user's name and password: give them, or choose another queue.";
-    std::vector<const char*> values;
-    for (const std::string& each : wanted)
-        values.push_back(each == kPassword ? given->password.c_str() : each == kUserName ? given->user.c_str() : "");
+    std::vector<const char*> values(wanted.size());
+    std::ranges::transform(wanted, values.begin(), [&](const std::string& each) {
+        return each == kPassword ? given->password.c_str() : each == kUserName ? given->user.c_str() : "";
+    });
     ippAddStrings(request, IPP_TAG_JOB, IPP_TAG_TEXT, "auth-info", static_cast<int>(values.size()), nullptr,
                   values.data());
     return {};

@@ -174,7 +174,7 @@ Download download(Connection& connection, const std::string& resource) {
         httpFlush(http);
         return result;
     }
-    std::array<char, 16 * 1024> piece;
+    std::array<char, 1 << 14> piece;
     for (ssize_t count; (count = httpRead2(http, piece.data(), piece.size())) != 0; connection.restartTime()) {
         if (count < 0 || connection.timedOut()) {
             result.status = HTTP_STATUS_ERROR;
@@ -232,7 +232,7 @@ NamedDefault defaultOfEnvironment() {
         const std::size_t slash = name.find('/');
         return {.variable = variable,
                 .queue = std::string(name.substr(0, slash)),
-                .instance = std::string(slash == name.npos ? "" : name.substr(slash + 1))};
+                .instance = std::string(slash == std::string_view::npos ? "" : name.substr(slash + 1))};
     }
     return {};
 }

@@ -190,6 +190,7 @@ std::vector<JobOption> Session::jobOptions() const {
         for (const auto& [key, value] : options_.settings->entries())
             options.emplace(key, printing::optionText(value)); // a mark of the same name stands
     std::vector<JobOption> list;
+    list.reserve(options.size());
     for (const auto& [name, value] : options)
         list.push_back({name, value});
     return list;
