@@ -2,6 +2,7 @@
 // window has been painted it tells so, with the most memory that the program took until then in KiB, and ends it.
 
 #include <QApplication>
+#include <QDialog>
 #include <QEvent>
 #include <QGenericPlugin>
 #include <QTabWidget>
@@ -40,8 +41,8 @@ public:
 
 private:
     void showPanels(QObject& window) {
-        auto* tabs =
-            window.isWidgetType() ? window.findChild<QTabWidget*>("tabs", Qt::FindDirectChildrenOnly) : nullptr;
+        auto* dialog = qobject_cast<QDialog*>(&window);
+        auto* tabs = dialog == nullptr ? nullptr : dialog->findChild<QTabWidget*>("tabs", Qt::FindDirectChildrenOnly);
         if (tabs == nullptr || std::exchange(panelsAreShown_, true))
             return;
         for (const int panel : kPanels)

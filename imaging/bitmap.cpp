@@ -12,7 +12,7 @@ Bitmap::Bitmap(int width, int height) {
 
 Bitmap::Bitmap(const Bitmap& other) {
     resize(other.width(), other.height());
-    if (!isEmpty())
+    if (other.pixels_ != nullptr)
         std::memcpy(pixels_, other.pixels_, stride_ * static_cast<std::size_t>(height()));
 }
 
@@ -24,7 +24,7 @@ Bitmap::Bitmap(Bitmap&& other) noexcept
 Bitmap& Bitmap::operator=(const Bitmap& other) {
     if (this != &other) {
         resize(other.width(), other.height());
-        if (!isEmpty())
+        if (other.pixels_ != nullptr)
             std::memcpy(pixels_, other.pixels_, stride_ * static_cast<std::size_t>(height()));
     }
     return *this;

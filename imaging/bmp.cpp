@@ -138,7 +138,7 @@ bool readPalette(int descriptor, const Header& header, Palette& palette) {
     const std::size_t most = std::size_t{1} << header.bitsPerPixel;
     const std::size_t used = header.colorsUsed == 0 ? most : std::min<std::size_t>(header.colorsUsed, most);
     const std::size_t count = std::min(used, (header.pixelsAt - header.paletteAt) / entrySize);
-    std::array<std::uint8_t, 4 * 256> entries{};
+    std::array<std::uint8_t, std::size_t{4} * 256> entries{};
     if (!readAt(descriptor, header.paletteAt, std::span(entries).first(count * entrySize)))
         return false;
     for (std::size_t i = 0; i < count; ++i) {
@@ -229,7 +229,7 @@ std::optional<Bitmap> readBmp(int descriptor, std::string& error) {
     const int height = static_cast<int>(header.height);
     Bitmap bitmap(static_cast<int>(header.width), height);
     const RowReader reader(header, palette);
-    constexpr std::size_t kBandBytes = 256 * 1024;
+    constexpr std::size_t kBandBytes = 1 << 18;
     const std::size_t stride = strideOf(header);
     const auto bandRows = static_cast<int>(std::clamp<std::size_t>(kBandBytes / stride, 1, kBandBytes));
     std::vector<std::uint8_t> band(stride * static_cast<std::size_t>(std::min(bandRows, height)));

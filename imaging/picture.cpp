@@ -12,7 +12,7 @@ Picture::Picture(std::shared_ptr<const Bitmap> source, std::string sourceName)
 
 Picture Picture::filteredBy(Filter filter) const {
     Picture result = *this;
-    result.filters_.push_back(std::move(filter));
+    result.filters_.push_back(filter);
     return result;
 }
 

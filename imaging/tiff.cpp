@@ -155,7 +155,7 @@ bool checkDimensions(TIFF* tiff, Size& size, std::string& error) {
         return false;
     }
     const Size padded = paddedSize(tiff, size);
-    constexpr std::uint64_t kPaddingOfSmallPictures = 4 * 1024 * 1024;
+    constexpr std::uint64_t kPaddingOfSmallPictures = 1 << 22;
     if (pixelsOf(padded) == 0 || pixelsOf(padded) > std::max(2 * pixelsOf(size), kPaddingOfSmallPictures)) {
         error = "the picture's tiles do not fit its size";
         return false;

@@ -14,7 +14,9 @@ std::shared_ptr<PlugIn> PlugIn::load(const std::filesystem::path& bundle, std::s
     if (const auto found = loaded.find(path); found != loaded.end())
         return found->second;
 
-    const auto info = toolkit::Bundle::open(path, {}, error);
+    toolkit::BundleView entries;
+    entries.localize = false;
+    const auto info = toolkit::Bundle::open(path, std::move(entries), error);
     if (info == nullptr)
         return nullptr;
     const auto* executable = toolkit::valueInMap(info->infoDictionary(), "CFBundleExecutable").as<std::string>();

@@ -30,7 +30,7 @@ DocumentFacts readPicture(const QString& path, int side) {
     QImageReader reader(path);
     reader.setAutoTransform(true);
     reader.setDecideFormatFromContent(true);
-    reader.setAllocationLimit(kMostMegabytes);
+    QImageReader::setAllocationLimit(kMostMegabytes);
     DocumentFacts facts;
     const QSize size = reader.size();
     if (size.isValid() && (size.width() > side || size.height() > side))

@@ -18,7 +18,7 @@ constexpr int kPictureLines = 3; // the picture's side in lines of text
 
 } // namespace
 
-DocumentView::DocumentView(Language language, const QString& name, std::vector<std::string> documents)
+DocumentView::DocumentView(const Language& language, const QString& name, std::vector<std::string> documents)
     : language_(language), documents_(std::move(documents)), picture_(new QLabel(this)), details_(new QLabel(this)) {
     auto* nameLabel = new QLabel(name, this);
     nameLabel->setObjectName("documentName");
@@ -63,10 +63,10 @@ void DocumentView::changeEvent(QEvent* event) {
         readFirst(); // in its new size
 }
 
-void DocumentView::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
+void DocumentView::paintEvent(QPaintEvent* event) {
+    QWidget::paintEvent(event);
     if (!documents_.empty() && !std::exchange(isRead_, true))
-        QTimer::singleShot(0, this, [this] { readFirst(); }); // after the first painting
+        QTimer::singleShot(0, this, [this] { readFirst(); }); // when all of the window has been painted
 }
 
 void DocumentView::readFirst() {

@@ -16,10 +16,10 @@ namespace host {
 /// background once the window is there.
 class DocumentView : public QWidget {
 public:
-    DocumentView(Language language, const QString& name, std::vector<std::string> documents);
+    DocumentView(const Language& language, const QString& name, std::vector<std::string> documents);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

@@ -33,7 +33,7 @@ double roundedInward(double limit, int decimals, bool isMinimum) {
 
 } // namespace
 
-FreeSizeEditor::FreeSizeEditor(Language language)
+FreeSizeEditor::FreeSizeEditor(const Language& language)
     : language_(language), widthField_(new QDoubleSpinBox(this)), heightField_(new QDoubleSpinBox(this)),
       unitList_(new QComboBox(this)), limitsLabel_(new QLabel(this)) {
     auto* layout = new QGridLayout(this);

@@ -16,7 +16,7 @@ namespace host {
 /// Edits the two sides of a free paper size, in the user's unit and within a printer's limits.
 class FreeSizeEditor : public QWidget {
 public:
-    explicit FreeSizeEditor(Language language);
+    explicit FreeSizeEditor(const Language& language);
 
     void setLimits(const printing::CustomSizeLimits& limits);
     /// In points; brought within the limits. Nobody is told.

@@ -48,7 +48,7 @@ void selectData(QComboBox& list, const std::string& data) {
 
 } // namespace
 
-GeneralPage::GeneralPage(Language language, Choices choices)
+GeneralPage::GeneralPage(const Language& language, Choices choices)
     : language_(language), choices_(std::move(choices)), layout_(new QFormLayout(this)), printerRow_(new QHBoxLayout),
       printerList_(makeList("printerList")), lookingLabel_(new QLabel), folderRow_(new QWidget),
       folderField_(new QLineEdit), paperList_(makeList("paperList")), freeSize_(new FreeSizeEditor(language)),

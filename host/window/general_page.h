@@ -40,7 +40,7 @@ public:
         std::function<void()> sizeChanged; ///< rows came or went
     };
 
-    GeneralPage(Language language, Choices choices);
+    GeneralPage(const Language& language, Choices choices);
 
     /// The letters that the dialog around it has for its own mnemonics.
     void setTakenLetters(const QString& letters);

@@ -32,7 +32,7 @@ protected:
 
 } // namespace
 
-HelpViewer::HelpViewer(QWidget& window, Language language) : QDialog(&window), browser_(new PageBrowser(this)) {
+HelpViewer::HelpViewer(QWidget& window, const Language& language) : QDialog(&window), browser_(new PageBrowser(this)) {
     setModal(false);
     resize(kSize);
     browser_->setOpenExternalLinks(false);

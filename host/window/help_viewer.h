@@ -13,7 +13,7 @@ namespace host {
 /// Shows pages of the help books. Follows links within the books only.
 class HelpViewer : public QDialog {
 public:
-    HelpViewer(QWidget& window, Language language);
+    HelpViewer(QWidget& window, const Language& language);
 
     void showPage(const std::filesystem::path& page);
 

@@ -41,7 +41,7 @@ QString ofUtf8(std::string_view text) {
 }
 
 // Every language has the letters of the English text, where they are free.
-void setTitle(QAbstractButton& button, Text text, Language language, QString& taken) {
+void setTitle(QAbstractButton& button, Text text, const Language& language, QString& taken) {
     setTextWithMnemonic(button, windowText(text, language), taken, windowText(text, Language::English));
 }
 

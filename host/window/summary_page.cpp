@@ -59,7 +59,7 @@ std::vector<SummaryLine> summaryLines(Session& session) {
     return lines;
 }
 
-QString summaryText(const std::vector<SummaryLine>& lines, Language language) {
+QString summaryText(const std::vector<SummaryLine>& lines, const Language& language) {
     QString text;
     for (const SummaryLine& line : lines)
         text += line.title + QStringLiteral(": ") + line.choice +
@@ -67,7 +67,7 @@ QString summaryText(const std::vector<SummaryLine>& lines, Language language) {
     return text;
 }
 
-SummaryPage::SummaryPage(Language language, std::function<void(const QString&)> tell)
+SummaryPage::SummaryPage(const Language& language, std::function<void(const QString&)> tell)
     : language_(language), table_(new QTreeWidget(this)), nothing_(new QLabel(this)),
       copyButton_(new QPushButton(this)) {
     table_->setObjectName("summaryTable");

@@ -27,12 +27,12 @@ struct SummaryLine {
 std::vector<SummaryLine> summaryLines(Session& session);
 
 /// The lines as plain text, one below the other.
-QString summaryText(const std::vector<SummaryLine>& lines, Language language);
+QString summaryText(const std::vector<SummaryLine>& lines, const Language& language);
 
 /// Lists what will be printed with.
 class SummaryPage : public QWidget {
 public:
-    SummaryPage(Language language, std::function<void(const QString&)> tell);
+    SummaryPage(const Language& language, std::function<void(const QString&)> tell);
 
     /// The letters that the dialog around it has for its own mnemonics.
     void setTakenLetters(const QString& letters);

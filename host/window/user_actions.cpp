@@ -13,7 +13,7 @@ QString ofUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QString choiceText(const printing::Option* option, const std::optional<std::string>& choice, Language language) {
+QString choiceText(const printing::Option* option, const std::optional<std::string>& choice, const Language& language) {
     if (!choice)
         return windowText(Text::NotMarked, language);
     const printing::Choice* own = option == nullptr ? nullptr : option->choice(*choice);
@@ -27,7 +27,7 @@ std::optional<std::string> markIn(const Marks& marks, const std::string& option)
 
 // "A" cannot be used together with "B" and "C".
 QString conflictInWords(const printing::PrinterDescription& description, const RefusedMark& conflict,
-                        Language language) {
+                        const Language& language) {
     QStringList others;
     for (const auto& [option, choice] : conflict.with)
         others << windowText(Text::Quoted, language).arg(choiceInWords(description, option, choice, language));
@@ -39,13 +39,13 @@ QString conflictInWords(const printing::PrinterDescription& description, const R
 } // namespace
 
 QString choiceInWords(const printing::PrinterDescription& description, const std::string& option,
-                      const std::optional<std::string>& choice, Language language) {
+                      const std::optional<std::string>& choice, const Language& language) {
     const printing::Option* own = description.option(option);
     return ofUtf8(own == nullptr ? option : own->text) + QStringLiteral(": ") + choiceText(own, choice, language);
 }
 
 QString changeInWords(const printing::PrinterDescription& description, const Marks& before, const Marks& after,
-                      const Cause& cause, Language language) {
+                      const Cause& cause, const Language& language) {
     QStringList changes;
     for (const auto& [option, choice] : after) {
         const auto chosen = std::ranges::find(cause.chosen, option, &printing::MarkedChoice::first);
@@ -61,7 +61,7 @@ QString changeInWords(const printing::PrinterDescription& description, const Mar
     }
     if (changes.isEmpty())
         return {};
-    const QString list = changes.join(windowText(Text::Separator, language));
+    QString list = changes.join(windowText(Text::Separator, language));
     if (cause.chosen.empty() && cause.words.isEmpty())
         return list;
     return windowText(Text::BecauseYouChose, language)
@@ -71,7 +71,8 @@ QString changeInWords(const printing::PrinterDescription& description, const Mar
              list);
 }
 
-QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal, Language language) {
+QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal,
+                       const Language& language) {
     return language == Language::English || refusal.with.empty() ? ofUtf8(refusal.reason)
                                                                  : conflictInWords(description, refusal, language);
 }

@@ -17,7 +17,7 @@ using Marks = std::vector<std::pair<std::string, std::optional<std::string>>>;
 
 /// "Media Type: Glossy", in the PPD's own words.
 QString choiceInWords(const printing::PrinterDescription& description, const std::string& option,
-                      const std::optional<std::string>& choice, Language language);
+                      const std::optional<std::string>& choice, const Language& language);
 
 /// What the user chose, for telling what followed from it.
 struct Cause {
@@ -28,10 +28,11 @@ struct Cause {
 /// What became of other options because the user chose something, as one sentence: the net change from one set of
 /// marks to the other. Of choices made at once also those that did not hold. Empty where nothing else changed.
 QString changeInWords(const printing::PrinterDescription& description, const Marks& before, const Marks& after,
-                      const Cause& cause, Language language);
+                      const Cause& cause, const Language& language);
 
 /// Why a choice was refused, as a user reads it.
-QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal, Language language);
+QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal,
+                       const Language& language);
 
 /// What stood before a step of the user's, so that it can be put back: marks, and what the host itself keeps.
 struct StepBefore {
@@ -54,7 +55,7 @@ public:
     /// `canUndo`: the message tells of a step that takeUndo() gives.
     using Teller = std::function<void(const QString& message, bool canUndo)>;
 
-    UserActions(Language language, Teller tell) : language_(language), tell_(std::move(tell)) {}
+    UserActions(const Language& language, Teller tell) : language_(language), tell_(std::move(tell)) {}
 
     /// Null while there is no session.
     void setSession(Session* session);

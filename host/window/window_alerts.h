@@ -15,7 +15,7 @@ class WindowAlerts final : public AlertPresenter {
 public:
     using HelpOpener = std::function<void(const std::string& anchor, const std::string& book)>;
 
-    WindowAlerts(QWidget& window, Language language, HelpOpener openHelp)
+    WindowAlerts(QWidget& window, const Language& language, HelpOpener openHelp)
         : window_(&window), language_(language), openHelp_(std::move(openHelp)) {}
 
     /// The bundle whose forms and texts are used. Needed before anything is shown.
