@@ -1,6 +1,6 @@
 #include "imaging/bitmap.h"
 
-#include <cstring>
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -12,8 +12,7 @@ Bitmap::Bitmap(int width, int height) {
 
 Bitmap::Bitmap(const Bitmap& other) {
     resize(other.width(), other.height());
-    if (other.pixels_ != nullptr)
-        std::memcpy(pixels_, other.pixels_, stride_ * static_cast<std::size_t>(height()));
+    std::copy_n(other.pixels_, stride_ * static_cast<std::size_t>(height()), pixels_);
 }
 
 Bitmap::Bitmap(Bitmap&& other) noexcept
@@ -24,8 +23,7 @@ Bitmap::Bitmap(Bitmap&& other) noexcept
 Bitmap& Bitmap::operator=(const Bitmap& other) {
     if (this != &other) {
         resize(other.width(), other.height());
-        if (other.pixels_ != nullptr)
-            std::memcpy(pixels_, other.pixels_, stride_ * static_cast<std::size_t>(height()));
+        std::copy_n(other.pixels_, stride_ * static_cast<std::size_t>(height()), pixels_);
     }
     return *this;
 }
