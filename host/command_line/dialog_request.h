@@ -21,7 +21,7 @@ struct DialogRequest {
     std::vector<JobOption> choices{};     ///< as they were given, in that order; of equal names the last one holds
     std::string preset{};                 ///< of the queue, chosen before the choices; mostly empty
     std::vector<JobOption> presetChoices{};
-    bool looksForPreset = false;    ///< its choices could not be known without a password: the queue's server has them
+    bool looksForPreset = false;    ///< the server wants a password for its queues: the preset is looked for with them
     int copies = 0;                 ///< 0: as the preset or the queue keeps them, else 1
     int priority = 0;               ///< see JobRequest::priority
     std::string holdUntil{};        ///< see JobRequest::holdUntil

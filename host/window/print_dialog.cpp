@@ -31,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
 
 namespace host {
@@ -58,9 +59,14 @@ public:
     }
 };
 
-// Qt reads the system's fonts when the first text is measured, which takes half of a small window's start.
+// Qt reads the system's fonts when the first text is measured, which takes half of a small window's start. Where there
+// can be no thread, that is when they are read.
 std::jthread readFonts() {
-    return std::jthread([] { QFontDatabase::hasFamily(QString()); });
+    try {
+        return std::jthread([] { QFontDatabase::hasFamily(QString()); });
+    } catch (const std::system_error&) {
+        return {};
+    }
 }
 
 } // namespace
@@ -273,6 +279,9 @@ void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
                  .arg(ofUtf8(wanted_.queue + (wanted_.instance.empty() ? "" : "/" + wanted_.instance))));
     else if (printers_.empty())
         tell(windowText(Text::NoPrinter, language_));
+    else if (isMissing && request_.looksForPreset) // and no queue is the default one, whose it might be
+        tell(windowText(Text::NoSuchPreset, language_)
+                 .arg(ofUtf8(printers_.front().name), ofUtf8(std::exchange(request_.preset, {}))));
 }
 
 void PrintDialog::userChoosesPrinter(int index) {

@@ -35,7 +35,7 @@ TEST_F(DialogStart, WithoutADisplayOneLineNamesWhatToDo) {
 }
 
 TEST_F(DialogStart, WithoutItsOwnModuleOneLineSaysSo) {
-    environment_.erase("LD_LIBRARY_PATH");
+    fs::remove(commandModule());
     const auto result = open({"--version"});
     EXPECT_EQ(result.status, kExitNotPrinted);
     EXPECT_EQ(result.output, "");

@@ -24,16 +24,22 @@ protected:
         return test_support::runProgram(
             {.program = PRINT_PROGRAM, .arguments = std::move(arguments), .environment = environment_, .input = input});
     }
-    /// The program below a folder as it is installed, but for the libraries: those of the build are used.
+    /// The program and its command below a folder as they are installed, but for the libraries: those of the build are
+    /// used.
     std::filesystem::path installProgram() {
         const std::filesystem::path built = PRINT_PROGRAM, program = folder_.path() / "bin" / "corvane-print";
         std::filesystem::create_directories(program.parent_path());
         std::filesystem::create_directories(windowModule().parent_path());
         std::filesystem::copy(built, program);
+        std::filesystem::copy(PRINT_COMMAND_MODULE, commandModule());
         environment_["LD_LIBRARY_PATH"] = built.parent_path().parent_path() / "lib";
         return program;
     }
-    /// Where the program that is installed looks for its window.
+    /// Where the program that is installed looks for its command.
+    [[nodiscard]] std::filesystem::path commandModule() const {
+        return folder_.path() / "lib" / "corvane-print" / "libcv_print_command.so";
+    }
+    /// Where it looks for its window.
     [[nodiscard]] std::filesystem::path windowModule() const {
         return folder_.path() / "lib" / "corvane-print" / "libcv_window.so";
     }

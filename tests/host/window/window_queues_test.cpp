@@ -342,6 +342,18 @@ private slots:
         QCOMPARE(window.marked("CVBiDir"), QString("OFF"));
     }
 
+    void aPresetIsToldWhereNoQueueIsTheDefaultOne() {
+        const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
+        auto given = setup("", guarded.hostAndPort());
+        given.preset = "photo";
+        given.looksForPreset = true;
+        WindowUnderTest window(std::move(given));
+        window.answer({answering("right word")});
+        QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
+        const QString told = window.dialog().message();
+        QVERIFY2(told.contains("has no preset “photo”: choose another one."), qPrintable(told));
+    }
+
     void aDialogThatEndsGivesTheQuestionUp() {
         const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
         WindowUnderTest window(setup("Recorder", guarded.hostAndPort()));
