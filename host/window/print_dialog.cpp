@@ -280,8 +280,11 @@ void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
     else if (printers_.empty())
         tell(windowText(Text::NoPrinter, language_));
     else if (isMissing && request_.looksForPreset) // and no queue is the default one, whose it might be
-        tell(windowText(Text::NoSuchPreset, language_)
-                 .arg(ofUtf8(printers_.front().name), ofUtf8(std::exchange(request_.preset, {}))));
+        tell((windowText(Text::NoSuchPreset, language_)
+                  .arg(ofUtf8(printers_.front().name), ofUtf8(std::exchange(request_.preset, {}))) +
+              u' ' + message())
+                 .trimmed(),
+             !undoButton_->isHidden());
 }
 
 void PrintDialog::userChoosesPrinter(int index) {

@@ -345,13 +345,15 @@ private slots:
     void aPresetIsToldWhereNoQueueIsTheDefaultOne() {
         const test_support::FakePrintServer guarded({}, "ann:right word", modelsPpd());
         auto given = setup("", guarded.hostAndPort());
+        given.choices = {{"CVMediaType", "Glossy"}}; // is told too
         given.preset = "photo";
         given.looksForPreset = true;
         WindowUnderTest window(std::move(given));
         window.answer({answering("right word")});
         QTRY_VERIFY_WITH_TIMEOUT(window.dialog().session() != nullptr, kSearchMilliseconds);
         const QString told = window.dialog().message();
-        QVERIFY2(told.contains("has no preset “photo”: choose another one."), qPrintable(told));
+        QVERIFY2(told.contains("has no preset “photo”: choose another one. "), qPrintable(told));
+        QVERIFY(window.widget<QPushButton>("undoButton").isVisible());
     }
 
     void aDialogThatEndsGivesTheQuestionUp() {
