@@ -179,13 +179,27 @@ public:
                                      BitField(header.masks[2], 0), BitField(header.masks[3], 255)} {}
 
     void read(std::span<const std::uint8_t> row, std::uint8_t* target) const {
-        for (std::size_t x = 0; x < width_; ++x, target += Bitmap::kBytesPerPixel) {
-            const Pixel pixel = pixelAt(row, x);
-            std::memcpy(target, pixel.data(), pixel.size());
-        }
+        if (bitsPerPixel_ == 24)
+            readTrueColors(row, target);
+        else
+            for (std::size_t x = 0; x < width_; ++x, target += Bitmap::kBytesPerPixel) {
+                const Pixel pixel = pixelAt(row, x);
+                std::memcpy(target, pixel.data(), pixel.size());
+            }
     }
 
 private:
+    // The kind of most pictures, thus without a look at the kind for each pixel.
+    void readTrueColors(std::span<const std::uint8_t> row, std::uint8_t* target) const {
+        const std::uint8_t* blueGreenRed = row.data();
+        for (std::size_t x = 0; x < width_; ++x, blueGreenRed += 3, target += Bitmap::kBytesPerPixel) {
+            target[0] = blueGreenRed[2];
+            target[1] = blueGreenRed[1];
+            target[2] = blueGreenRed[0];
+            target[3] = 255;
+        }
+    }
+
     [[nodiscard]] Pixel pixelAt(std::span<const std::uint8_t> row, std::size_t x) const {
         if (bitsPerPixel_ <= 8) {
             const std::size_t bit = x * bitsPerPixel_;
@@ -194,9 +208,6 @@ private:
         }
         const std::uint32_t bytes = bitsPerPixel_ / 8;
         const std::uint32_t value = numberAt(row, x * bytes, bytes);
-        if (bitsPerPixel_ == 24)
-            return {static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
-                    static_cast<std::uint8_t>(value), 255};
         return {fields_[0].levelIn(value), fields_[1].levelIn(value), fields_[2].levelIn(value),
                 fields_[3].levelIn(value)};
     }

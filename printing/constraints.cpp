@@ -1,9 +1,6 @@
 #include "printing/constraints.h"
 
-#include <algorithm>
-#include <functional>
 #include <string>
-#include <utility>
 
 #include <strings.h>
 
@@ -17,34 +14,25 @@ bool ConstraintTable::Term::covers(std::string_view given) const {
            strcasecmp(text.c_str(), "False") != 0;
 }
 
-std::size_t ConstraintTable::Hash::operator()(const Constraint* constraint) const {
-    const std::hash<std::string_view> hash;
-    std::size_t sum = 0;
-    for (const Term& term : *constraint)
-        sum += hash(term.option) * 31 + hash(term.choice);
-    return sum;
-}
-
-bool ConstraintTable::Same::operator()(const Constraint* one, const Constraint* other) const {
-    return std::ranges::is_permutation(*one, *other);
-}
-
 void ConstraintTable::add(Constraint constraint) {
-    // A PPD tells most constraints twice, once from each side.
-    if (constraint.empty() || known_.contains(&constraint))
+    if (constraint.empty())
         return;
-    const Constraint& kept = constraints_.emplace_back(std::move(constraint));
-    // cppcheck-suppress danglingLifetime; the deque keeps it
-    known_.insert(&kept);
-    for (const Term& term : kept)
-        if (auto& list = byOption_[term.option]; list.empty() || list.back() != &kept)
-            list.push_back(&kept);
+    const auto number = static_cast<std::uint32_t>(ends_.size());
+    terms_.insert(terms_.end(), constraint.begin(), constraint.end());
+    ends_.push_back(static_cast<std::uint32_t>(terms_.size()));
+    for (const Term& term : constraint)
+        if (auto& numbers = byOption_[term.option]; numbers.empty() || numbers.back() != number)
+            numbers.push_back(number);
 }
 
-const std::vector<const ConstraintTable::Constraint*>& ConstraintTable::withOption(std::string_view option) const {
-    static const std::vector<const Constraint*> kNone;
+std::span<const std::uint32_t> ConstraintTable::withOption(std::string_view option) const {
     const auto found = byOption_.find(option);
-    return found == byOption_.end() ? kNone : found->second;
+    return found == byOption_.end() ? std::span<const std::uint32_t>() : found->second;
+}
+
+ConstraintTable::Constraint ConstraintTable::constraint(std::uint32_t number) const {
+    const std::uint32_t begin = number == 0 ? 0 : ends_[number - 1];
+    return std::span(terms_).subspan(begin, ends_[number] - begin);
 }
 
 } // namespace printing

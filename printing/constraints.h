@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <deque>
+#include <cstdint>
+#include <span>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace printing {
@@ -18,27 +17,21 @@ public:
         std::string_view option;
         std::string_view choice;
         [[nodiscard]] bool covers(std::string_view given) const;
-        friend bool operator==(const Term&, const Term&) = default;
     };
-    using Constraint = std::vector<Term>;
+    using Constraint = std::span<const Term>;
 
-    /// Keeps the constraint, unless one of the same terms in any order stands already.
+    /// Copies the terms; one that has none is left out. A PPD tells most constraints twice, once from each side: both
+    /// are kept, since to find the other takes longer than to read both.
     void add(Constraint constraint);
-    /// The constraints that have a term of this option, in the order of adding. Borrowed: valid until the next add().
-    [[nodiscard]] const std::vector<const Constraint*>& withOption(std::string_view option) const;
+    /// The numbers of the constraints that have a term of this option, in the order of adding. Borrowed, as what
+    /// constraint() tells is: valid until the next add().
+    [[nodiscard]] std::span<const std::uint32_t> withOption(std::string_view option) const;
+    [[nodiscard]] Constraint constraint(std::uint32_t number) const;
 
 private:
-    // Two constraints of the same terms are one, whatever their order.
-    struct Hash {
-        std::size_t operator()(const Constraint* constraint) const;
-    };
-    struct Same {
-        bool operator()(const Constraint* one, const Constraint* other) const;
-    };
-
-    std::deque<Constraint> constraints_; // never moves what it holds
-    std::unordered_set<const Constraint*, Hash, Same> known_;
-    std::unordered_map<std::string_view, std::vector<const Constraint*>> byOption_;
+    std::vector<Term> terms_;         // those of each constraint beside one another
+    std::vector<std::uint32_t> ends_; // where those of each constraint end
+    std::unordered_map<std::string_view, std::vector<std::uint32_t>> byOption_;
 };
 
 } // namespace printing

@@ -6,6 +6,7 @@
 #include <cups/ppd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cmath>
 #include <cstring>
@@ -310,11 +311,11 @@ struct PrinterDescription::Record {
         for (int index = 0; index < ppd->num_consts; ++index) {
             const ppd_const_t& constraint = ppd->consts[index];
             constraints.add(
-                {term(constraint.option1, constraint.choice1), term(constraint.option2, constraint.choice2)});
+                std::array{term(constraint.option1, constraint.choice1), term(constraint.option2, constraint.choice2)});
         }
         for (const ppd_attr_t* attribute = ppdFindAttr(ppd.get(), "cupsUIConstraints", nullptr); attribute != nullptr;
              attribute = ppdFindNextAttr(ppd.get(), "cupsUIConstraints", nullptr)) {
-            ConstraintTable::Constraint terms; // "*Option Choice *Option Choice ..."
+            std::vector<ConstraintTable::Term> terms; // "*Option Choice *Option Choice ..."
             forEachWord(attribute->value == nullptr ? "" : attribute->value, [&](std::string_view word) {
                 if (word.starts_with('*'))
                     terms.push_back({word.substr(1), {}});
@@ -323,7 +324,7 @@ struct PrinterDescription::Record {
             });
             for (ConstraintTable::Term& each : terms)
                 each = term(each.option, each.choice);
-            constraints.add(std::move(terms));
+            constraints.add(terms);
         }
     }
 
@@ -549,11 +550,17 @@ std::vector<MarkedChoice> PrinterDescription::conflictsOf(std::string_view optio
         return term.covers(given.starts_with(kCustomPrefix) ? kCustomChoice : given);
     };
     std::vector<MarkedChoice> conflicts;
-    for (const ConstraintTable::Constraint* constraint : record_->constraints.withOption(option)) {
+    for (const std::uint32_t number : record_->constraints.withOption(option)) {
+        const ConstraintTable::Constraint constraint = record_->constraints.constraint(number);
+        const bool concerned = std::ranges::all_of(constraint, [&](const ConstraintTable::Term& term) {
+            return term.option != option || covers(term, choice);
+        });
+        if (!concerned)
+            continue; // most: they are about another choice
         std::vector<MarkedChoice> others;
-        const bool active = std::ranges::all_of(*constraint, [&](const ConstraintTable::Term& term) {
+        const bool active = std::ranges::all_of(constraint, [&](const ConstraintTable::Term& term) {
             if (term.option == option)
-                return covers(term, choice);
+                return true;
             const auto marked = record_->markedChoice(term.option);
             if (marked)
                 others.emplace_back(std::string(term.option), *marked);
