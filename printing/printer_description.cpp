@@ -256,8 +256,8 @@ struct PrinterDescription::Record {
     std::vector<Option> options;
     std::unordered_map<std::string_view, std::size_t> optionsByKeyword; // keys are the options' own keywords
     std::unordered_map<std::string_view, ppd_option_t*> ppdOptions;
-    ConstraintTable constraints; // borrows texts of the record
-    std::string customPageSize;  // libcups keeps only "Custom"
+    std::optional<ConstraintTable> constraints; // borrows texts of the record; read when first asked for
+    std::string customPageSize;                 // libcups keeps only "Custom"
 
     [[nodiscard]] ppd_option_t* ppdOption(std::string_view keyword) const {
         const auto found = ppdOptions.find(keyword);
@@ -307,10 +307,15 @@ struct PrinterDescription::Record {
             collect(group.subgroups[index], found);
     }
 
-    void readConstraints() {
+    const ConstraintTable& readConstraints() {
+        if (constraints)
+            return *constraints;
+        constraints.emplace();
+        if (ppd == nullptr)
+            return *constraints; // a description of no printer
         for (int index = 0; index < ppd->num_consts; ++index) {
             const ppd_const_t& constraint = ppd->consts[index];
-            constraints.add(
+            constraints->add(
                 std::array{term(constraint.option1, constraint.choice1), term(constraint.option2, constraint.choice2)});
         }
         for (const ppd_attr_t* attribute = ppdFindAttr(ppd.get(), "cupsUIConstraints", nullptr); attribute != nullptr;
@@ -324,8 +329,9 @@ struct PrinterDescription::Record {
             });
             for (ConstraintTable::Term& each : terms)
                 each = term(each.option, each.choice);
-            constraints.add(terms);
+            constraints->add(terms);
         }
+        return *constraints;
     }
 
     // "*CustomPageSize True" is how a PPD spells the free sizes of "PageSize".
@@ -406,7 +412,6 @@ PrinterDescription::openText(std::string_view text, const std::vector<std::strin
         error = "it was cut off: the option " + cleanText(open) + " is never closed.";
         return nullptr;
     }
-    record.readConstraints();
     return description;
 }
 
@@ -550,8 +555,9 @@ std::vector<MarkedChoice> PrinterDescription::conflictsOf(std::string_view optio
         return term.covers(given.starts_with(kCustomPrefix) ? kCustomChoice : given);
     };
     std::vector<MarkedChoice> conflicts;
-    for (const std::uint32_t number : record_->constraints.withOption(option)) {
-        const ConstraintTable::Constraint constraint = record_->constraints.constraint(number);
+    const ConstraintTable& constraints = record_->readConstraints();
+    for (const std::uint32_t number : constraints.withOption(option)) {
+        const ConstraintTable::Constraint constraint = constraints.constraint(number);
         const bool concerned = std::ranges::all_of(constraint, [&](const ConstraintTable::Term& term) {
             return term.option != option || covers(term, choice);
         });
