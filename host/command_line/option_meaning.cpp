@@ -10,7 +10,6 @@
 #include <charconv>
 #include <optional>
 #include <sstream>
-#include <strings.h>
 #include <utility>
 
 namespace host {
@@ -84,9 +83,7 @@ constexpr std::string_view kOnWords[] = {"true", "on", "yes"}, kOffWords[] = {"f
 
 template <std::size_t Count>
 bool isOneOf(std::string_view value, const std::string_view (&words)[Count]) {
-    return std::ranges::any_of(words, [value](std::string_view word) {
-        return value.size() == word.size() && ::strncasecmp(value.data(), word.data(), word.size()) == 0;
-    });
+    return std::ranges::any_of(words, [value](std::string_view word) { return equalWithoutCase(value, word); });
 }
 
 /// The choice that the value names: itself, or, of an option that is on or off, the PPD's word for what is meant.

@@ -4,6 +4,7 @@
 #include "toolkit/unicode.h"
 
 #include <algorithm>
+#include <strings.h>
 
 namespace host {
 namespace {
@@ -33,6 +34,10 @@ bool isUtf8(std::string_view text) {
         text.remove_prefix(length);
     }
     return true;
+}
+
+bool equalWithoutCase(std::string_view left, std::string_view right) {
+    return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
 bool hasControlCharacters(std::string_view text) {

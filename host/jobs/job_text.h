@@ -14,6 +14,9 @@ inline constexpr std::size_t kMaximumTitleBytes = 255;
 /// Is this well-formed UTF-8: no stray or missing bytes, no overlong forms, no surrogates?
 bool isUtf8(std::string_view text);
 
+/// Are these the same but for the case of their ASCII letters? So printing systems compare names and words.
+bool equalWithoutCase(std::string_view left, std::string_view right);
+
 /// Does it hold a control character (below 0x20, or 0x7F)?
 bool hasControlCharacters(std::string_view text);
 

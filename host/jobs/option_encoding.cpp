@@ -9,7 +9,6 @@
 #include <cups/cups.h>
 #include <memory>
 #include <string_view>
-#include <strings.h>
 
 namespace host {
 namespace {
@@ -34,16 +33,12 @@ constexpr std::string_view kServersNames[] = {
     "time-at-creation",
     "time-at-processing",
 };
-constexpr std::size_t kMaximumNameBytes = 255;
+constexpr std::size_t kMaximumOptionNameBytes = 255;
 
 using Request = std::unique_ptr<ipp_t, void (*)(ipp_t*)>;
 
 Request newRequest() {
     return Request(ippNewRequest(IPP_OP_CREATE_JOB), &ippDelete);
-}
-
-bool equalWithoutCase(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
 bool isOneOf(std::string_view value, std::initializer_list<std::string_view> words) {
@@ -165,7 +160,7 @@ std::string refusalForOption(const JobOption& option) {
     const std::string& value = option.value;
     if (option.name.empty())
         return "An option without a name cannot be printed with: give it a name or leave it out.";
-    if (option.name.size() > kMaximumNameBytes || !isUtf8(option.name) || !survivesParsing({option.name, "x"}))
+    if (option.name.size() > kMaximumOptionNameBytes || !isUtf8(option.name) || !survivesParsing({option.name, "x"}))
         return "The option " + name + " has a name that does not survive printing: rename it or leave it out.";
     if ((option.name.starts_with(kJobPrefix) && option.name != kJobSheets) ||
         std::ranges::find(kServersNames, option.name) != std::end(kServersNames))

@@ -16,7 +16,6 @@
 #include <pwd.h>
 #include <sstream>
 #include <string_view>
-#include <strings.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -27,7 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kMaximumNameBytes = 127;
+constexpr std::size_t kMaximumPresetNameBytes = 127;
 constexpr std::size_t kMaximumLineBytes = 8191;  // the library reads no more of a line
 constexpr std::uintmax_t kLargestFile = 4 << 20; // bytes
 constexpr std::string_view kUnusableInNames = " /#='\"\\";
@@ -36,10 +35,6 @@ constexpr const char* kSystemFolder = "/etc/cups";
 
 std::string systemError() {
     return std::generic_category().message(errno);
-}
-
-bool equalWithoutCase(std::string_view left, std::string_view right) {
-    return left.size() == right.size() && ::strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
 /// A line of the file: "Dest Queue/instance name=value ...", or any other, which stays as it is.
@@ -204,7 +199,7 @@ void addPresets(const Lines& lines, const std::string& queue, PresetOwner owner,
 std::string refusalForPresetName(const std::string& name) {
     if (name.empty())
         return "A preset needs a name: give it one.";
-    if (name.size() > kMaximumNameBytes || name.find_first_of(kUnusableInNames) != std::string::npos ||
+    if (name.size() > kMaximumPresetNameBytes || name.find_first_of(kUnusableInNames) != std::string::npos ||
         hasControlCharacters(name) || !isUtf8(name))
         return "There can be no preset " + quotedText(name) +
                ": its name must have no blanks, quotes, \"/\", \"#\" or \"=\", and at most 127 bytes; change it.";

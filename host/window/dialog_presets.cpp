@@ -12,10 +12,6 @@ namespace {
 
 constexpr const char* kCopiesOption = "copies";
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 } // namespace
 
 // One that was named when the dialog was opened is its queue's, for which a given PPD may stand.
@@ -43,8 +39,9 @@ void PrintDialog::applyGivenPreset() {
     const Printer& printer = printers_[static_cast<std::size_t>(printer_)];
     if (!awaitsPreset(printer)) {
         if (isPresetMeantFor(printer)) {
-            const QString missing = windowText(Text::NoSuchPreset, language_)
-                                        .arg(ofUtf8(request_.printer), ofUtf8(std::exchange(request_.preset, {})));
+            const QString missing =
+                windowText(Text::NoSuchPreset, language_)
+                    .arg(QString::fromUtf8(request_.printer), QString::fromUtf8(std::exchange(request_.preset, {})));
             tell((missing + u' ' + message()).trimmed(), !undoButton_->isHidden());
         }
         return;
@@ -86,14 +83,14 @@ void PrintDialog::applyPreset(const Preset& preset, const std::vector<JobOption>
     JobRequest fields;
     QStringList told;
     for (const std::string& complaint : takeJobFields(start.preset, fields))
-        told << ofUtf8(complaint);
+        told << QString::fromUtf8(complaint);
     const auto pages = std::ranges::find(start.preset, kPageRangesOption, &JobOption::name);
-    generalPage_->setPages(pages == start.preset.end() ? QString() : ofUtf8(pages->value));
+    generalPage_->setPages(pages == start.preset.end() ? QString() : QString::fromUtf8(pages->value));
     std::erase_if(start.preset, [](const JobOption& each) { return each.name == kPageRangesOption; });
     generalPage_->setCopies(fields.copies);
     request_.priority = fields.priority != 0 ? fields.priority : given_.priority;
     request_.holdUntil = fields.holdUntil.empty() ? given_.holdUntil : fields.holdUntil;
-    const QString name = ofUtf8(preset.name.name);
+    const QString name = QString::fromUtf8(preset.name.name);
     QStringList words(windowText(Text::ThePreset, language_).arg(name));
     if (!given.empty())
         words << windowText(Text::GivenOptions, language_);

@@ -26,10 +26,6 @@ constexpr std::string_view kColorMatchingAttribute = "APSupportsCustomColorMatch
 constexpr const char* kFreeSize = "";     // the free size among the papers' keywords
 constexpr const char* kCustom = "Custom"; // the PPD's own entry for it
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 PopUpBox* makeList(const char* name) {
     auto* list = new PopUpBox;
     list->setObjectName(name);
@@ -43,7 +39,7 @@ std::string dataOf(const QComboBox& list, int index) {
 
 void selectData(QComboBox& list, const std::string& data) {
     const QSignalBlocker quiet(list);
-    list.setCurrentIndex(list.findData(ofUtf8(data)));
+    list.setCurrentIndex(list.findData(QString::fromUtf8(data)));
 }
 
 } // namespace
@@ -94,9 +90,10 @@ GeneralPage::GeneralPage(const Language& language, Choices choices)
     setCaption(*rememberBox_, windowText(Text::RememberChoices, language));
     layout_->addRow(QString(), rememberBox_);
     folderField_->setAccessibleName(windowText(Text::Folder, language));
-    colorMatchingList_->addItem(windowText(Text::DriverMatches, language), ofUtf8(printing::kVendorColorMatching));
+    colorMatchingList_->addItem(windowText(Text::DriverMatches, language),
+                                QString::fromUtf8(printing::kVendorColorMatching));
     colorMatchingList_->addItem(windowText(Text::ApplicationMatches, language),
-                                ofUtf8(printing::kApplicationColorMatching));
+                                QString::fromUtf8(printing::kApplicationColorMatching));
     tameInput(*this);
 
     connect(browse, &QPushButton::clicked, this, [this] {
@@ -220,7 +217,7 @@ void GeneralPage::fillPapers(const printing::PrinterDescription& description) {
         for (const printing::Choice& size : sizes->choices)
             if (size.keyword != kCustom)
                 for (PopUpBox* list : {paperList_, scalingList_})
-                    list->addItem(ofUtf8(size.text), ofUtf8(size.keyword));
+                    list->addItem(QString::fromUtf8(size.text), QString::fromUtf8(size.keyword));
     if (description.allowsCustomSizes()) {
         paperList_->addItem(windowText(Text::FreeSize, language_), QString::fromUtf8(kFreeSize));
         freeSize_->setLimits(description.customSizeLimits());
@@ -233,7 +230,7 @@ void GeneralPage::fillChoices(QComboBox& list, const printing::PrinterDescriptio
     const printing::Option* own = description.option(option);
     if (own != nullptr)
         for (const printing::Choice& choice : own->choices)
-            list.addItem(ofUtf8(choice.text), ofUtf8(choice.keyword));
+            list.addItem(QString::fromUtf8(choice.text), QString::fromUtf8(choice.keyword));
     layout_->setRowVisible(&list, own != nullptr);
 }
 

@@ -18,10 +18,6 @@
 namespace host {
 namespace {
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // Root's presets are everyone's.
 PresetOwner ownOwner() {
     return ::geteuid() == 0 ? PresetOwner::Everyone : PresetOwner::User;
@@ -81,7 +77,7 @@ void ask(QWidget& window, const Language& language, const Question& question) {
     QLineEdit name;
     if (!question.presets.empty()) {
         for (const Preset& preset : question.presets)
-            list.addItem(ofUtf8(preset.name.name));
+            list.addItem(QString::fromUtf8(preset.name.name));
         addField(Text::Preset, list, "presetList");
     }
     if (question.asksName) {
@@ -120,7 +116,8 @@ void ask(QWidget& window, const Language& language, const Question& question) {
 
 bool wantsToReplace(QWidget& asking, const std::string& name, const Language& language) {
     QMessageBox box(QMessageBox::Question, windowText(Text::SavePreset, language),
-                    windowText(Text::ReplacePreset, language).arg(ofUtf8(name)), QMessageBox::NoButton, &asking);
+                    windowText(Text::ReplacePreset, language).arg(QString::fromUtf8(name)), QMessageBox::NoButton,
+                    &asking);
     box.setObjectName("replaceQuestion");
     box.setTextFormat(Qt::PlainText);
     QString taken;
@@ -163,7 +160,7 @@ void PresetMenu::fill() {
     menu()->clear();
     const PresetList list = listPresets(queue_);
     if (!list.error.empty())
-        window_.tell(ofUtf8(list.error));
+        window_.tell(QString::fromUtf8(list.error));
     const auto title = [&](Text text, QString& taken) {
         return textWithMnemonic(windowText(Text::AsksFirst, language_).arg(windowText(text, language_)), taken);
     };
@@ -172,7 +169,8 @@ void PresetMenu::fill() {
     const QString rename = title(Text::RenamePreset, taken);
     const QString remove = title(Text::DeletePreset, taken);
     for (const Preset& preset : list.presets)
-        menu()->addAction(textWithMnemonic(ofUtf8(preset.name.name), taken), [this, preset] { window_.apply(preset); });
+        menu()->addAction(textWithMnemonic(QString::fromUtf8(preset.name.name), taken),
+                          [this, preset] { window_.apply(preset); });
     if (list.presets.empty())
         menu()->addAction(textWithoutMnemonic(windowText(Text::NoPresets, language_)))->setEnabled(false);
     menu()->addSeparator();
@@ -204,8 +202,8 @@ void PresetMenu::save() {
                  return QString();
              const std::string failure = savePreset({.queue = kept.queue, .name = name, .owner = kept.owner}, *choices);
              if (!failure.empty())
-                 return ofUtf8(failure);
-             window_.tell(windowText(Text::PresetSaved, language_).arg(ofUtf8(name)));
+                 return QString::fromUtf8(failure);
+             window_.tell(windowText(Text::PresetSaved, language_).arg(QString::fromUtf8(name)));
              return std::nullopt;
          }});
 }
@@ -223,10 +221,11 @@ void PresetMenu::rename() {
                  return refusal;
              const auto other = presetNamed(presets, name);
              if (other != presets.end() && &*other != &preset)
-                 return windowText(Text::PresetExists, language_).arg(ofUtf8(name));
+                 return windowText(Text::PresetExists, language_).arg(QString::fromUtf8(name));
              if (const std::string failure = renamePreset(preset.name, name); !failure.empty())
-                 return ofUtf8(failure);
-             window_.tell(windowText(Text::PresetRenamed, language_).arg(ofUtf8(preset.name.name), ofUtf8(name)));
+                 return QString::fromUtf8(failure);
+             window_.tell(windowText(Text::PresetRenamed, language_)
+                              .arg(QString::fromUtf8(preset.name.name), QString::fromUtf8(name)));
              return std::nullopt;
          }});
 }
@@ -242,8 +241,8 @@ void PresetMenu::remove() {
          .asksName = false,
          .answer = [&](QWidget&, std::size_t index, const std::string&) -> std::optional<QString> {
              if (const std::string failure = deletePreset(presets[index].name); !failure.empty())
-                 return ofUtf8(failure);
-             window_.tell(windowText(Text::PresetDeleted, language_).arg(ofUtf8(presets[index].name.name)));
+                 return QString::fromUtf8(failure);
+             window_.tell(windowText(Text::PresetDeleted, language_).arg(QString::fromUtf8(presets[index].name.name)));
              return std::nullopt;
          }});
 }

@@ -37,10 +37,6 @@
 namespace host {
 namespace {
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // Every language has the letters of the English text, where they are free.
 void setTitle(QAbstractButton& button, Text text, const Language& language, QString& taken) {
     setTextWithMnemonic(button, windowText(text, language), taken, windowText(text, Language::English));
@@ -106,9 +102,9 @@ PrintDialog::~PrintDialog() {
 void PrintDialog::build() {
     QStringList names;
     for (const std::string& document : request_.documents)
-        names << ofUtf8(documentName(document));
+        names << QString::fromUtf8(documentName(document));
     const QString name = request_.title.empty() ? names.join(windowText(Text::Separator, language_))
-                                                : ofUtf8(plainText(request_.title, kMaximumTitleBytes));
+                                                : QString::fromUtf8(plainText(request_.title, kMaximumTitleBytes));
     setWindowTitle(windowText(Text::WindowTitle, language_).arg(name));
     auto* document = new DocumentView(language_, name, request_.documents);
     QWidget* buttons = makeButtons();
@@ -146,11 +142,11 @@ void PrintDialog::build() {
         });
 
     generalPage_->setFolder(request_.folder.empty() ? QDir::homePath() + QStringLiteral("/Printed")
-                                                    : ofUtf8(request_.folder));
+                                                    : QString::fromUtf8(request_.folder));
     generalPage_->setCopies(std::max(1, request_.copies));
     for (const JobOption& choice : request_.choices)
         if (choice.name == kPageRangesOption)
-            generalPage_->setPages(ofUtf8(choice.value));
+            generalPage_->setPages(QString::fromUtf8(choice.value));
     std::erase_if(request_.choices, [](const JobOption& choice) { return choice.name == kPageRangesOption; });
 
     auto* layout = new QVBoxLayout(this);
@@ -229,7 +225,7 @@ void PrintDialog::giveTabTitles() {
     give(0, windowText(Text::General, language_), windowText(Text::General, Language::English));
     give(tabs_->count() - 1, windowText(Text::Summary, language_), windowText(Text::Summary, Language::English));
     for (std::size_t index = 0; index < panelTabs_.size(); ++index)
-        give(static_cast<int>(index) + 1, ofUtf8(panelTabs_[index].panel->panelName()));
+        give(static_cast<int>(index) + 1, QString::fromUtf8(panelTabs_[index].panel->panelName()));
     generalPage_->setTakenLetters(taken);
     summaryPage_->setTakenLetters(taken);
 }
@@ -239,7 +235,7 @@ void PrintDialog::giveTabTitles() {
 void PrintDialog::addPrinters(const std::vector<Printer>& printers) {
     QStringList names;
     for (const Printer& printer : printers) {
-        const QString name = ofUtf8(printer.name);
+        const QString name = QString::fromUtf8(printer.name);
         names << (printer.isSample ? windowText(Text::SamplePrinter, language_).arg(name) : name);
     }
     printers_.insert(printers_.end(), printers.begin(), printers.end());
@@ -273,15 +269,16 @@ void PrintDialog::offerQueues(const PrinterSearch::Found& found) {
     else if (isMissing && wanted_.queue.empty() && !printers_.empty())
         choosePrinter(0);
     if (!found.error.empty())
-        tell((message() + u' ' + ofUtf8(found.error)).trimmed(), !undoButton_->isHidden());
+        tell((message() + u' ' + QString::fromUtf8(found.error)).trimmed(), !undoButton_->isHidden());
     else if (isMissing && !wanted_.queue.empty())
         tell(windowText(Text::QueueNotFound, language_)
-                 .arg(ofUtf8(wanted_.queue + (wanted_.instance.empty() ? "" : "/" + wanted_.instance))));
+                 .arg(QString::fromUtf8(wanted_.queue + (wanted_.instance.empty() ? "" : "/" + wanted_.instance))));
     else if (printers_.empty())
         tell(windowText(Text::NoPrinter, language_));
     else if (isMissing && request_.looksForPreset) // and no queue is the default one, whose it might be
         tell((windowText(Text::NoSuchPreset, language_)
-                  .arg(ofUtf8(printers_.front().name), ofUtf8(std::exchange(request_.preset, {}))) +
+                  .arg(QString::fromUtf8(printers_.front().name),
+                       QString::fromUtf8(std::exchange(request_.preset, {}))) +
               u' ' + message())
                  .trimmed(),
              !undoButton_->isHidden());
@@ -350,8 +347,8 @@ void PrintDialog::beginWithPpd(const FetchedPpd& ppd, const StartChoices& choice
         return;
     }
     endSession();
-    tell(ppd.error.empty() ? windowText(Text::QueueWithoutPpd, language_).arg(ofUtf8(printer.name))
-                           : ofUtf8(ppd.error));
+    tell(ppd.error.empty() ? windowText(Text::QueueWithoutPpd, language_).arg(QString::fromUtf8(printer.name))
+                           : QString::fromUtf8(ppd.error));
 }
 
 void PrintDialog::beginAnew(const Printer& printer, const StartChoices& choices, const QString& words) {
@@ -401,7 +398,7 @@ SessionSurroundings PrintDialog::surroundings() {
 void PrintDialog::openSession(StartedSession started) {
     session_ = std::move(started.session);
     if (session_ == nullptr) {
-        tell(windowText(Text::PrinterCannotBeUsed, language_).arg(ofUtf8(started.error)));
+        tell(windowText(Text::PrinterCannotBeUsed, language_).arg(QString::fromUtf8(started.error)));
         return;
     }
     printButton_->setEnabled(true);
@@ -423,7 +420,7 @@ void PrintDialog::openSession(StartedSession started) {
         session_->restorePanel(*panel);
     QStringList problems;
     for (const std::string& problem : started.problems)
-        problems << ofUtf8(problem);
+        problems << QString::fromUtf8(problem);
     tell(problems.join(u' '));
 }
 
@@ -455,7 +452,7 @@ PrintDialog::PanelTab* PrintDialog::tabAt(int index) {
 
 void PrintDialog::populate(PanelTab& tab) {
     if (!session_->showPanel(*tab.panel)) {
-        tell(windowText(Text::ViewIncomplete, language_).arg(ofUtf8(tab.panel->thePDEName().value_or(""))));
+        tell(windowText(Text::ViewIncomplete, language_).arg(QString::fromUtf8(tab.panel->thePDEName().value_or(""))));
         return;
     }
     tab.isPopulated = true;
@@ -610,7 +607,7 @@ void PrintDialog::userMarks(const std::string& option, const std::string& choice
             if (session_ == nullptr)
                 return;
             if (!session_->markFromOutside(option, choice, true, error))
-                tell(ofUtf8(error));
+                tell(QString::fromUtf8(error));
             if (option == keywords::kOutput)
                 showPanelsAnew();
         },
@@ -645,7 +642,7 @@ void PrintDialog::userChoosesToRemember(bool remembers) {
         return;
     const std::string error = remembered_.forgetChoices(printers_[static_cast<std::size_t>(printer_)]);
     tell(error.empty() ? windowText(Text::ChoicesForgotten, language_)
-                       : windowText(Text::NotRemembered, language_).arg(ofUtf8(error)));
+                       : windowText(Text::NotRemembered, language_).arg(QString::fromUtf8(error)));
 }
 
 void PrintDialog::undo() {
@@ -828,8 +825,9 @@ void PrintDialog::showWarningsAgain() {
     toolkit::ValueMap domain = defaults->persistentDomainForName(*identifier).value_or(toolkit::ValueMap());
     std::erase_if(domain, [](const auto& entry) { return entry.second.template as<bool>() != nullptr; });
     defaults->setPersistentDomainForName(std::move(domain), *identifier);
-    tell(defaults->synchronize() ? windowText(Text::WarningsShown, language_)
-                                 : windowText(Text::WarningsKept, language_).arg(ofUtf8(defaults->lastError())));
+    tell(defaults->synchronize()
+             ? windowText(Text::WarningsShown, language_)
+             : windowText(Text::WarningsKept, language_).arg(QString::fromUtf8(defaults->lastError())));
 }
 
 // Printing.
@@ -935,15 +933,15 @@ void PrintDialog::tellOutcome(const SendOutcome& outcome) {
     for (const JobResult& result : outcome.sent) {
         printed_.push_back(result);
         if (!result.note.empty())
-            notes << ofUtf8(result.note);
+            notes << QString::fromUtf8(result.note);
     }
     const bool isLeft = outcome.failed && outcome.failed->jobId != 0; // a job that could not be taken back
     if (outcome.cancelled && !isLeft) {
         tell(windowText(Text::PrintingCancelled, language_));
     } else if (outcome.failed) {
-        tell(ofUtf8(outcome.failed->error));
+        tell(QString::fromUtf8(outcome.failed->error));
         showMessage(*this, QMessageBox::Critical, windowText(Text::NotPrinted, language_),
-                    ofUtf8(outcome.failed->error) + u'\n' + windowText(Text::KeptChoices, language_),
+                    QString::fromUtf8(outcome.failed->error) + u'\n' + windowText(Text::KeptChoices, language_),
                     windowText(Text::Close, language_));
     } else {
         if (!notes.isEmpty())
@@ -954,7 +952,7 @@ void PrintDialog::tellOutcome(const SendOutcome& outcome) {
                 remembered_.keepChoices(printers_[static_cast<std::size_t>(printer_)], choicesToRemember(*session_));
             if (!error.empty())
                 showMessage(*this, QMessageBox::Warning, windowText(Text::PrintedWithNote, language_),
-                            windowText(Text::NotRemembered, language_).arg(ofUtf8(error)),
+                            windowText(Text::NotRemembered, language_).arg(QString::fromUtf8(error)),
                             windowText(Text::Close, language_));
         }
         accept();

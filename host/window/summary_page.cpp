@@ -17,10 +17,6 @@
 namespace host {
 namespace {
 
-QString ofUtf8(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // Of two options of the same text the one that the panel manages is meant.
 const printing::Option* optionOfTitle(const printing::PrinterDescription& description, CVPrintQualityPDE& panel,
                                       const std::string& title) {
@@ -51,8 +47,8 @@ std::vector<SummaryLine> summaryLines(Session& session) {
             if (entry.isAbsent())
                 continue;
             const printing::Option* option = optionOfTitle(session.description(), *panel, title.textReading());
-            lines.push_back({.title = ofUtf8(title.textReading()),
-                             .choice = ofUtf8(entry.textReading()),
+            lines.push_back({.title = QString::fromUtf8(title.textReading()),
+                             .choice = QString::fromUtf8(entry.textReading()),
                              .isChanged = option != nullptr && isChanged(session.description(), *option, entry)});
         }
     }

@@ -9,15 +9,11 @@ namespace {
 
 constexpr std::string_view kPageRegion = "PageRegion"; // follows the page size
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QString choiceText(const printing::Option* option, const std::optional<std::string>& choice, const Language& language) {
     if (!choice)
         return windowText(Text::NotMarked, language);
     const printing::Choice* own = option == nullptr ? nullptr : option->choice(*choice);
-    return ofUtf8(own == nullptr ? *choice : own->text);
+    return QString::fromUtf8(own == nullptr ? *choice : own->text);
 }
 
 std::optional<std::string> markIn(const Marks& marks, const std::string& option) {
@@ -41,7 +37,8 @@ QString conflictInWords(const printing::PrinterDescription& description, const R
 QString choiceInWords(const printing::PrinterDescription& description, const std::string& option,
                       const std::optional<std::string>& choice, const Language& language) {
     const printing::Option* own = description.option(option);
-    return ofUtf8(own == nullptr ? option : own->text) + QStringLiteral(": ") + choiceText(own, choice, language);
+    return QString::fromUtf8(own == nullptr ? option : own->text) + QStringLiteral(": ") +
+           choiceText(own, choice, language);
 }
 
 QString changeInWords(const printing::PrinterDescription& description, const Marks& before, const Marks& after,
@@ -57,7 +54,7 @@ QString changeInWords(const printing::PrinterDescription& description, const Mar
             continue;
         const printing::Option* own = description.option(option);
         changes << windowText(Text::IsNow, language)
-                       .arg(ofUtf8(own == nullptr ? option : own->text), choiceText(own, choice, language));
+                       .arg(QString::fromUtf8(own == nullptr ? option : own->text), choiceText(own, choice, language));
     }
     if (changes.isEmpty())
         return {};
@@ -73,7 +70,7 @@ QString changeInWords(const printing::PrinterDescription& description, const Mar
 
 QString refusalInWords(const printing::PrinterDescription& description, const RefusedMark& refusal,
                        const Language& language) {
-    return language == Language::English || refusal.with.empty() ? ofUtf8(refusal.reason)
+    return language == Language::English || refusal.with.empty() ? QString::fromUtf8(refusal.reason)
                                                                  : conflictInWords(description, refusal, language);
 }
 

@@ -34,14 +34,6 @@
 #include <cmath>
 
 namespace host {
-namespace {
-
-QString ofUtf8(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-} // namespace
-
 WidgetBinding::WidgetBinding(toolkit::View& model, QWidget& widget, Context context)
     : model_(model), widget_(&widget), context_(std::move(context)) {
     model_.addObserver(*this);
@@ -104,7 +96,7 @@ void WidgetBinding::showTextColor(toolkit::TextColor color, QPalette::ColorRole 
 }
 
 void WidgetBinding::showCaption(const std::string& text) {
-    const QString shown = ofUtf8(text);
+    const QString shown = QString::fromUtf8(text);
     if (caption(*widget_) == shown)
         return;
     setCaption(*widget_, shown);
@@ -128,7 +120,7 @@ private:
         userDid([this, index, title] {
             const auto& items = list_.items();
             if (index >= 0 && index < static_cast<int>(items.size()) &&
-                ofUtf8(items[static_cast<std::size_t>(index)].title) == title)
+                QString::fromUtf8(items[static_cast<std::size_t>(index)].title) == title)
                 list_.userSelectedItemAtIndex(index);
         });
     }
@@ -160,7 +152,7 @@ private:
         QList<QStandardItem*> items;
         QSize largest;
         for (const auto& item : list_.items()) {
-            auto* row = new QStandardItem(ofUtf8(item.title));
+            auto* row = new QStandardItem(QString::fromUtf8(item.title));
             row->setEnabled(item.enabled);
             if (item.image)
                 if (const QPixmap pixmap = pixmapOfImage(*item.image); !pixmap.isNull()) {
@@ -183,7 +175,7 @@ private:
         QStringList disabled;
         for (const auto& item : list_.items())
             if (!item.enabled)
-                disabled << ofUtf8(item.title);
+                disabled << QString::fromUtf8(item.title);
         box_.setAccessibleDescription(disabled.isEmpty()
                                           ? box_.toolTip()
                                           : windowText(Text::ChoicesNotAvailable, context().language)
@@ -236,7 +228,7 @@ private:
         QWidget* previous = &box_;
         for (int row = 0; row < static_cast<int>(shown_.size()); ++row) {
             auto* button = new QRadioButton(&box_);
-            setCaption(*button, ofUtf8(shown_[static_cast<std::size_t>(row)]));
+            setCaption(*button, QString::fromUtf8(shown_[static_cast<std::size_t>(row)]));
             group_.addButton(button, row);
             box_.layout()->addWidget(button);
             QWidget::setTabOrder(previous, button);
@@ -260,7 +252,7 @@ public:
 
 private:
     void show() override {
-        box_.setTitle(textWithoutMnemonic(ofUtf8(model_.title())));
+        box_.setTitle(textWithoutMnemonic(QString::fromUtf8(model_.title())));
         showVisibility();
     }
     toolkit::TitledBox& model_;
@@ -454,7 +446,7 @@ private:
         auto& model = static_cast<QStandardItemModel&>(*view_.model());
         model.clear();
         for (const std::string& label : shown_) {
-            auto* item = new QStandardItem(ofUtf8(label));
+            auto* item = new QStandardItem(QString::fromUtf8(label));
             item->setEditable(false);
             model.appendRow(item);
         }
@@ -485,7 +477,7 @@ public:
 
 private:
     void show() override {
-        const QString id = ofUtf8(model_.selectedPage());
+        const QString id = QString::fromUtf8(model_.selectedPage());
         for (int index = 0; index < pages_.count(); ++index)
             if (pages_.widget(index)->property("pageId").toString() == id && pages_.currentIndex() != index) {
                 pages_.setCurrentIndex(index);

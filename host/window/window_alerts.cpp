@@ -24,10 +24,6 @@ constexpr std::string_view kCancelKey = "Cancel"; // the key of the button that 
 constexpr const char* kSuppressionKey = "Suppression";
 constexpr int kLargestIcon = 128; // pixels
 
-QString ofUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 // Texts are shown as they stand, never as markup.
 void showPlainly(QMessageBox& box) {
     box.setTextFormat(Qt::PlainText);
@@ -46,7 +42,7 @@ void namePictures(const QDialog& dialog, const std::vector<toolkit::View*>& cont
     QStringList texts;
     for (const toolkit::View* view : content)
         if (const auto* label = dynamic_cast<const toolkit::Label*>(view); label != nullptr && !label->isHidden())
-            texts << ofUtf8(label->text());
+            texts << QString::fromUtf8(label->text());
     for (const toolkit::View* view : content)
         if (dynamic_cast<const toolkit::ImageView*>(view) != nullptr)
             if (auto* picture = dialog.findChild<QWidget*>(QString::fromStdString(view->name())))
@@ -56,7 +52,7 @@ void namePictures(const QDialog& dialog, const std::vector<toolkit::View*>& cont
 QPushButton* addButton(QMessageBox& box, const toolkit::LocalizedText& button, QString& taken) {
     const bool cancels = button.key == kCancelKey;
     QPushButton* added = box.addButton(QString(), cancels ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
-    setTextWithMnemonic(*added, ofUtf8(button.text), taken);
+    setTextWithMnemonic(*added, QString::fromUtf8(button.text), taken);
     if (cancels)
         box.setEscapeButton(added);
     return added;
@@ -69,9 +65,9 @@ toolkit::AlertAnswer WindowAlerts::presentAlert(const toolkit::Alert& alert, boo
     box->setWindowModality(asSheet || window_ != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
     box->setWindowTitle(window_ == nullptr ? QString() : window_->windowTitle());
     box->setIcon(alert.style == toolkit::AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Information);
-    box->setText(ofUtf8(alert.messageText));
+    box->setText(QString::fromUtf8(alert.messageText));
     if (alert.informativeText)
-        box->setInformativeText(ofUtf8(*alert.informativeText));
+        box->setInformativeText(QString::fromUtf8(*alert.informativeText));
     if (alert.icon)
         if (const QPixmap picture = pixmapOfImage(*alert.icon); !picture.isNull())
             box->setIconPixmap(
@@ -88,7 +84,7 @@ toolkit::AlertAnswer WindowAlerts::presentAlert(const toolkit::Alert& alert, boo
         box->setDefaultButton(static_cast<QPushButton*>(buttons.front()));
     if (alert.showsSuppressionButton) {
         box->setCheckBox(new QCheckBox(box));
-        setTextWithMnemonic(*box->checkBox(), ofUtf8(bundle_->localizedString(kSuppressionKey)), taken);
+        setTextWithMnemonic(*box->checkBox(), QString::fromUtf8(bundle_->localizedString(kSuppressionKey)), taken);
     }
     box->exec();
     if (box == nullptr) // its window went away meanwhile
@@ -105,10 +101,10 @@ toolkit::AlertAnswer WindowAlerts::presentAlert(const toolkit::Alert& alert, boo
 void WindowAlerts::presentPanel(const toolkit::AlertPanel& panel) {
     const QPointer<QMessageBox> box = new QMessageBox(window_);
     box->setWindowModality(Qt::WindowModal);
-    box->setWindowTitle(ofUtf8(panel.title));
+    box->setWindowTitle(QString::fromUtf8(panel.title));
     box->setIcon(QMessageBox::Warning);
-    box->setText(ofUtf8(panel.title));
-    box->setInformativeText(ofUtf8(panel.message));
+    box->setText(QString::fromUtf8(panel.title));
+    box->setInformativeText(QString::fromUtf8(panel.message));
     showPlainly(*box);
     namePicture(*box);
     QString taken;
@@ -139,7 +135,7 @@ void WindowAlerts::presentWindow(toolkit::Window& window) {
     }
     dialog->setParent(window_, dialog->windowFlags());
     dialog->setWindowModality(Qt::WindowModal);
-    dialog->setWindowTitle(ofUtf8(window.title()));
+    dialog->setWindowTitle(QString::fromUtf8(window.title()));
     dialog->layout()->setSizeConstraint(QLayout::SetMinimumSize);
     namePictures(*dialog, window.content());
     bool isAnswered = false;

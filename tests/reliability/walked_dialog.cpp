@@ -12,10 +12,10 @@
 namespace reliability {
 namespace {
 
-constexpr std::string_view kAdjustments[] = {"CVBrightness", "CVContrast", "CVRed", "CVGreen", "CVBlue"};
+constexpr std::string_view kAdjustmentKeys[] = {"CVBrightness", "CVContrast", "CVRed", "CVGreen", "CVBlue"};
 
 bool isAdjustment(std::string_view key) {
-    return std::ranges::find(kAdjustments, key) != std::end(kAdjustments);
+    return std::ranges::find(kAdjustmentKeys, key) != std::end(kAdjustmentKeys);
 }
 
 // The adjustments are whole numbers here; whether one is held as an integer or as a real makes no difference.
@@ -275,7 +275,7 @@ std::int64_t WalkedDialog::storedNumber(std::string_view key) const {
 
 std::vector<std::int64_t> WalkedDialog::adjustments() const {
     std::vector<std::int64_t> numbers;
-    for (const std::string_view key : kAdjustments)
+    for (const std::string_view key : kAdjustmentKeys)
         numbers.push_back(storedNumber(key));
     return numbers;
 }

@@ -35,6 +35,14 @@ TEST(JobText, MalformedUtf8IsRefused) {
     }
 }
 
+TEST(JobText, NamesAreComparedWithoutTheCaseOfAsciiLetters) {
+    EXPECT_TRUE(equalWithoutCase("Queue-2", "qUEUE-2"));
+    EXPECT_TRUE(equalWithoutCase("", ""));
+    EXPECT_FALSE(equalWithoutCase("Queue-2", "Queue-3"));
+    EXPECT_FALSE(equalWithoutCase("Queue", "Queue-2"));
+    EXPECT_FALSE(equalWithoutCase("\xC3\xBC", "\xC3\x9C")); // u and U with their dots
+}
+
 TEST(JobText, PlainTextReplacesWhatCannotBeShown) {
     EXPECT_EQ(plainText("two\nlines\tand\x01more\x7F", 100), "two lines and more");
     EXPECT_EQ(plainText("caf\xE9", 100), "caf\xEF\xBF\xBD");
