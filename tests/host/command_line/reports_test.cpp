@@ -47,6 +47,21 @@ TEST_F(Reports, CheckTellsOneLineForEachFault) {
                                               HasSubstr("\"Green\"")));
 }
 
+// A paper is chosen without a question, so it may stand beside a default that excludes it.
+TEST_F(Reports, CheckTellsAPaperThatTheDefaultsExcludeOnce) {
+    std::string text = test_support::contentsOf(kSamplePpd);
+    text.insert(text.find("*UIConstraints:"), "*UIConstraints: *PageSize A5 *CVInputSlot Tray1\n"
+                                              "*UIConstraints: *CVInputSlot Tray1 *PageSize A5\n"
+                                              "*UIConstraints: *CVInputSlot Tray1 *CVJpeg OFF\n");
+    const std::string ppd = folder_.write("excluding.ppd", text);
+    const auto result = run({"--check", "--no-alerts", "--ppd", ppd, "-o", "PageSize=A5"});
+    EXPECT_EQ(result.status, kExitCheckFailed);
+    EXPECT_THAT(linesOf(result.errors), ElementsAre(HasSubstr("\"Paper Source: Tray 1\" cannot be used together with "
+                                                              "\"Paper Size: A5\".")));
+    EXPECT_EQ(run({"--check", "--no-alerts", "--ppd", ppd, "-o", "PageSize=A4"}).errors,
+              ""); // defaults: nobody's choice
+}
+
 TEST_F(Reports, ExplainNamesWhatTheRulesChangedAndRefused) {
     const auto result = run({"--explain", "--ppd", kSamplePpd, "-o", "CVMediaType=Glossy", "-o", "CVInputSlot=Tray2"});
     EXPECT_EQ(result.status, kExitDone) << result.errors;
