@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kUses = 10;
+constexpr int kUses = 5, kMarks = 10;
 constexpr std::string_view kPpd = R"(*PPD-Adobe: "4.3"
 *FormatVersion: "4.3"
 *FileVersion: "1.0"
@@ -60,6 +60,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)bundle->localizedString("CFBundleName");
     toolkit::BundleView view{.languages = {"en"}, .info = bundle->infoDictionary()};
     if (const auto session = fuzz::openSession(kPpd, std::move(view)))
-        fuzz::walkPanels(*session, kUses);
+        fuzz::walkPanels(*session, kUses, kMarks);
     return 0;
 }

@@ -117,10 +117,10 @@ std::shared_ptr<host::Session> openSession(std::string_view ppdText, toolkit::Bu
     return session;
 }
 
-void walkPanels(host::Session& session, int uses) {
+void walkPanels(host::Session& session, int uses, int marks) {
     for (const auto& panel : session.panels()) {
         session.showPanel(*panel);
-        int own = uses / 2;
+        int own = uses;
         if (panel->loadedViews() != nullptr)
             useControls(*panel->loadedViews(), own);
     }
@@ -130,7 +130,7 @@ void walkPanels(host::Session& session, int uses) {
         checkShownText(option.text);
         for (const printing::Choice& choice : option.choices) {
             checkShownText(choice.text);
-            if (uses-- > 0)
+            if (marks-- > 0)
                 session.markFromOutside(option.keyword, choice.keyword, true, error);
         }
     }

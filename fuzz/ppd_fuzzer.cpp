@@ -6,13 +6,15 @@
 
 namespace {
 
-constexpr int kUses = 60; // of controls and marks: enough for each rule, few enough for many inputs a second
+// More than the seeds have, few enough for many inputs a second.
+constexpr int kUses = 200; // of each panel's controls
+constexpr int kMarks = 400;
 
-}
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     if (const auto session = fuzz::openSession(text, {.languages = {"ja", "en"}}))
-        fuzz::walkPanels(*session, kUses);
+        fuzz::walkPanels(*session, kUses, kMarks);
     return 0;
 }

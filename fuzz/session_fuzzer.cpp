@@ -14,7 +14,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr int kLines = 30;
+constexpr int kCommands = 64; // the longest of the seeds is shorter
 
 /// A folder to run in, which has a document and small printers under the sample printers' names (a session opens them
 /// again and again), and receives jobs and preferences.
@@ -57,12 +57,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const std::filesystem::path bundle = host::pathOfPlugInBundle();
     std::string_view rest(reinterpret_cast<const char*>(data), size);
     host::ScriptHost scriptHost(bundle);
-    for (int count = 0; count < kLines && !rest.empty(); ++count) {
+    for (int count = 0; count < kCommands && !rest.empty();) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         const std::string line = contained(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (!host::ScriptHost::isCommand(line))
             continue;
+        ++count;
         const json answer = json::parse(scriptHost.answerLine(line), nullptr, false);
         const bool sound = answer.is_object() && answer.contains("ok") && answer["ok"].is_boolean() &&
                            answer["ok"] != scriptHost.lastFailed() && answer.contains("error") != answer["ok"];

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr long kAllowedGrowth = 1024; // KiB: what an allocator may keep in hand
+constexpr long kAllowedGrowth = 512; // KiB: what an allocator may keep in hand
 constexpr int kFewest = 50;
 
 long residentKiB() {
