@@ -9,25 +9,6 @@
 namespace reliability {
 namespace {
 
-struct Bound {
-    Which panel;
-    std::string_view key, control;
-};
-// Which control shows which option. The options that no rule reads stand at one value in a walk and are left out.
-constexpr Bound kBound[] = {
-    {kPrint, "CVMediaType", "mediaTypePopup"},
-    {kPrint, "CVResolution", "resolutionPopup"},
-    {kPrint, "CVColorPaperThick", "paperThickPopup"},
-    {kPrint, "CVInputSlot", "paperFeedPopup"},
-    {kPrint, "CVMonoColor", "monoColorPopup"},
-    {kPrint, "CVSlowDrying", "slowDryButton"},
-    {kPrint, "CVBiDir", "biDirButton"},
-    {kPrint, "MirrorPrint", "mirrorButton"},
-    {kColor, "CVColorMatching", "colorMatchingMatrix"},
-    {kColor, "CVHalfTonePattern", "ditherPopup"},
-    {kColor, "CVColorEnhancement", "colorEnhanceButton"},
-};
-
 // The adjustments: key of the pending and the stored value, entry of the job's print settings, controls.
 struct Adjustment {
     std::string_view key, setting, slider, field;
@@ -66,19 +47,6 @@ bool isFax(const WalkedDialog& dialog) {
 
 bool isOn(const std::string& word) {
     return word == "ON" || word == "True";
-}
-
-// What the control shows, as a choice.
-std::string shown(const WalkedDialog& dialog, const Bound& bound) {
-    auto& control = dialog.view<toolkit::Control>(bound.panel, bound.control);
-    if (const auto* popup = dynamic_cast<const toolkit::PopUpList*>(&control))
-        return popup->selectedKeyword().value_or("");
-    if (const auto* matrix = dynamic_cast<const toolkit::RadioMatrix*>(&control))
-        return matrix->selectedCell() == nullptr ? "" : matrix->selectedCell()->keyword.value_or("");
-    const bool on = dynamic_cast<const toolkit::CheckBox&>(control).isOn();
-    if (bound.key == "MirrorPrint")
-        return on ? "True" : "False";
-    return on ? "ON" : "OFF";
 }
 
 bool isBorderless(const std::string& paper) {
@@ -215,6 +183,17 @@ std::string_view reasonOfDelay(const WalkedDialog& dialog, const Surroundings& n
 
 } // namespace
 
+std::string shown(const toolkit::View& control, std::string_view key) {
+    if (const auto* popup = dynamic_cast<const toolkit::PopUpList*>(&control))
+        return popup->selectedKeyword().value_or("");
+    if (const auto* matrix = dynamic_cast<const toolkit::RadioMatrix*>(&control))
+        return matrix->selectedCell() == nullptr ? "" : matrix->selectedCell()->keyword.value_or("");
+    const bool on = dynamic_cast<const toolkit::CheckBox&>(control).isOn();
+    if (key == "MirrorPrint")
+        return on ? "True" : "False";
+    return on ? "ON" : "OFF";
+}
+
 std::vector<Finding> forbiddenCombinations(const WalkedDialog& dialog) {
     std::vector<Finding> findings;
     const std::string media = dialog.marked("CVMediaType"), quality = dialog.marked("CVResolution");
@@ -232,7 +211,8 @@ std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment) {
     std::vector<Finding> findings;
     for (const Bound& bound : kBound) {
         const std::string marked = dialog.marked(bound.key), pending = dialog.pending(bound.panel, bound.key);
-        const std::string onScreen = shown(dialog, bound), key(bound.key);
+        const std::string onScreen = shown(dialog.view<toolkit::Control>(bound.panel, bound.control), bound.key);
+        const std::string key(bound.key);
         if (pending != marked)
             findings.push_back({key + " is pending as " + pending + " and marked as " + marked,
                                 reasonOfPending(dialog, bound, moment)});

@@ -8,6 +8,29 @@
 
 namespace reliability {
 
+/// A control that shows an option.
+struct Bound {
+    Which panel;
+    std::string_view key, control;
+};
+/// Which control shows which option. The options that no rule reads stand at one value in a walk and are left out.
+inline constexpr Bound kBound[] = {
+    {kPrint, "CVMediaType", "mediaTypePopup"},
+    {kPrint, "CVResolution", "resolutionPopup"},
+    {kPrint, "CVColorPaperThick", "paperThickPopup"},
+    {kPrint, "CVInputSlot", "paperFeedPopup"},
+    {kPrint, "CVMonoColor", "monoColorPopup"},
+    {kPrint, "CVSlowDrying", "slowDryButton"},
+    {kPrint, "CVBiDir", "biDirButton"},
+    {kPrint, "MirrorPrint", "mirrorButton"},
+    {kColor, "CVColorMatching", "colorMatchingMatrix"},
+    {kColor, "CVHalfTonePattern", "ditherPopup"},
+    {kColor, "CVColorEnhancement", "colorEnhanceButton"},
+};
+
+/// What the pop-up list, radio matrix or check box shows, as a choice of this option.
+std::string shown(const toolkit::View& control, std::string_view key);
+
 /// What a state shows, where it differs from what one would expect, and the reason where it is so on purpose.
 struct Finding {
     std::string what;

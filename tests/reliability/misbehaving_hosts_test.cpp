@@ -1,5 +1,6 @@
 // Hosts that do not keep to what is asked of them. No panel may crash, loop or lose its way for it.
 
+#include "tests/reliability/dialog_rules.h"
 #include "tests/support/test_host.h"
 
 #include "color_settings/CVInkColorSettingPDE.h"
@@ -71,6 +72,7 @@ protected:
     WilfulHost host{tests::samplePpd("corvane-a3")};
     std::shared_ptr<CVInkPrintSetting12PDE> print;
     std::shared_ptr<CVInkColorSettingPDE> color;
+    std::function<void()> lack; // taken away again whenever the paper changes
 
     Misbehaving() { setPaper("A4"); }
 
@@ -79,6 +81,7 @@ protected:
             printing::PageFormat{.paper = printing::Paper{.name = name, .ppdName = name, .width = 595, .height = 842}};
     }
     void lackNothing() {
+        lack = nullptr;
         host.lacking.clear();
         host.settings.emplace();
         host.languages = {"en"};
@@ -139,12 +142,16 @@ protected:
             (void)panel->summaryInfo();
             (void)panel->shouldShowHelp();
             panel->PPDOptionKeyValueDidChangePpdChoice("CVMediaType", "Glossy");
-            setPaper("Env10");
-            post(kPaperChanged);
-            post(kDuplexChanged);
-            setPaper("A3.Fullbleed");
-            post(kPaperChanged);
-            (void)panel->shouldPrint();
+            // One of each kind: envelopes, borderless, free, loaded across and along, and one that nobody knows.
+            for (const char* paper :
+                 {"Env10", "A3.Fullbleed", "Custom.400x700", "Letter", "EnvChou3", "B4", "Unknown"}) {
+                setPaper(paper);
+                if (lack)
+                    lack();
+                post(kPaperChanged);
+                post(kDuplexChanged);
+                (void)panel->shouldPrint();
+            }
             panel->shouldHide();
             if (panel->panelView() != nullptr)
                 panel->willShow();
@@ -158,47 +165,76 @@ protected:
         auto* popup = dynamic_cast<toolkit::PopUpList*>(print->loadedViews()->viewNamed(popupName));
         popup->userSelectedItemAtIndex(popup->indexOfItemWithKeyword(keyword));
     }
-    // A dialog that came to itself shows, holds and marks the same again.
-    void expectARestoreToSetThingsRight() {
-        for (CVPrintQualityPDE* panel : both()) {
-            panel->restoreValuesAndReturnError();
-            const std::vector<std::string> keys = panel->supportedPPDOptionKeys().value();
-            for (const std::string& key : keys) {
-                if (!isAdjustment(key)) {
-                    EXPECT_EQ(pending(*panel, key), marked(key)) << key;
-                }
+    void expectPendingAsMarked(CVPrintQualityPDE& panel) const {
+        const std::vector<std::string> keys = panel.supportedPPDOptionKeys().value();
+        for (const std::string& key : keys) {
+            if (!isAdjustment(key)) {
+                EXPECT_EQ(pending(panel, key), marked(key)) << key;
             }
         }
+    }
+    void expectShownAsPending() const {
+        for (const reliability::Bound& bound : reliability::kBound) {
+            CVPrintQualityPDE& panel = *both()[bound.panel];
+            const auto* control = dynamic_cast<const toolkit::Control*>(panel.loadedViews()->viewNamed(bound.control));
+            ASSERT_NE(control, nullptr) << bound.control;
+            const std::string held = pending(panel, std::string(bound.key));
+            const bool isBox = dynamic_cast<const toolkit::CheckBox*>(control) != nullptr;
+            if (isBox && !control->isEnabled() && (held == "OFF" || held == "False"))
+                continue; // a disabled box counts as off, whatever it shows
+            // The two-sided plain paper is shown as plain paper.
+            EXPECT_EQ(reliability::shown(*control, bound.key), held == "PlainDuplex" ? "Plain" : held) << bound.key;
+        }
+    }
+    // A dialog that came to itself takes what is marked, shows it, and leaves it marked.
+    void expectARestoreToSetThingsRight() {
+        const auto marksOfNoRule = [this] { // options that no rule marks
+            return std::vector{marked("CVInputSlot"), marked("CVMonoColor"), marked("CVColorMatching")};
+        };
+        const auto before = marksOfNoRule();
+        for (CVPrintQualityPDE* panel : both()) {
+            panel->restoreValuesAndReturnError();
+            expectPendingAsMarked(*panel);
+        }
+        expectShownAsPending();
+        EXPECT_EQ(marksOfNoRule(), before);
     }
     static bool isAdjustment(std::string_view key) { // kept in the print settings, not marked
         return key == "CVBrightness" || key == "CVContrast" || key == "CVRed" || key == "CVGreen" || key == "CVBlue";
     }
 };
 
-TEST_F(Misbehaving, AHostThatRefusesEverythingKeepsItsMarks) {
-    const auto before = host.description->marks();
+TEST_F(Misbehaving, WhatAHostRefusesIsNotPending) {
     host.onRequest = [](const std::string&, const std::string&) { return false; };
     showPanels();
+    useEveryControl(*print);
+    expectPendingAsMarked(*print);
+    useEveryControl(*color);
+    EXPECT_EQ(pending(*color, "CVColorEnhancement"), "OFF"); // reverting switches it off as pending only
+    color->restoreValuesAndReturnError();
+    expectPendingAsMarked(*color);
     callEverything();
-    EXPECT_EQ(host.description->marks(), before);
-    for (CVPrintQualityPDE* panel : both())
+    for (CVPrintQualityPDE* panel : both()) {
         panel->restoreValuesAndReturnError();
-    EXPECT_EQ(pending(*print, "CVMediaType"), "Plain");
-    EXPECT_EQ(pending(*print, "CVResolution"), "PlainNormal");
+        expectPendingAsMarked(*panel);
+    }
     host.onRequest = nullptr;
     expectARestoreToSetThingsRight();
 }
 
 TEST_F(Misbehaving, AHostThatAcceptsAndDoesNotMarkIsReadAgainAtTheNextRestore) {
     showPanels();
-    const auto before = host.description->marks();
     host.onRequest = [](const std::string&, const std::string&) { return true; };
     choose("mediaTypePopup", "Glossy");
+    choose("paperFeedPopup", "Tray2");
     EXPECT_EQ(pending(*print, "CVMediaType"), "Glossy"); // the host said so
-    print->restoreValuesAndReturnError();
+    EXPECT_EQ(pending(*print, "CVInputSlot"), "Tray2");
+    for (CVPrintQualityPDE* panel : both())
+        panel->restoreValuesAndReturnError();
     EXPECT_EQ(pending(*print, "CVMediaType"), "Plain"); // and this is so
+    EXPECT_EQ(pending(*print, "CVInputSlot"), "Tray1");
+    expectShownAsPending();
     callEverything();
-    EXPECT_EQ(host.description->marks(), before);
     host.onRequest = nullptr;
     expectARestoreToSetThingsRight();
 }
@@ -286,8 +322,17 @@ TEST_F(Misbehaving, AHostMayLackWhateverItMayLack) {
         {"a page format", [this] { host.format.reset(); }},
         {"a paper", [this] { host.format->paper.reset(); }},
         {"a paper's name", [this] { host.format->paper->name.reset(); }},
-        {"a paper's size",
-         [this] { host.format->paper = printing::Paper{.name = "Custom", .ppdName = {}, .width = {}, .height = {}}; }},
+        {"a paper's keyword", [this] { host.format->paper->ppdName.reset(); }},
+        {"a free paper's width",
+         [this] {
+             host.format->paper->ppdName.reset();
+             host.format->paper->width.reset();
+         }},
+        {"a free paper's height",
+         [this] {
+             host.format->paper->ppdName.reset();
+             host.format->paper->height.reset();
+         }},
         {"a key window", [this] { host.hasKeyWindow = false; }},
         {"user defaults", [this] { host.hasDefaults = false; }},
         {"languages", [this] { host.languages.clear(); }},
@@ -321,12 +366,15 @@ TEST_F(Misbehaving, AHostMayLackWhateverItMayLack) {
     };
     for (const auto& [what, takeAway] : lacks) {
         SCOPED_TRACE(what);
+        host.requests = 0;
+        lack = takeAway;
         takeAway();
         makePanels(); // it lacks it from the start
         callEverything();
 
         lackNothing(); // it lacks it from the middle on
         showPanels();
+        lack = takeAway;
         takeAway();
         callEverything();
 
