@@ -1,5 +1,6 @@
 #include "toolkit/files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -7,6 +8,19 @@
 #include <sys/stat.h>
 
 namespace toolkit {
+namespace {
+
+constexpr std::string_view kRandomPart = "XXXXXX"; // letters and digits, once the file is made
+
+bool isTemporaryNameOf(std::string_view file, std::string_view name) {
+    const auto isLetterOrDigit = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+    };
+    return name.size() == file.size() + 1 + kRandomPart.size() && name.starts_with(file) && name[file.size()] == '.' &&
+           std::ranges::all_of(name.substr(file.size() + 1), isLetterOrDigit);
+}
+
+} // namespace
 
 bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
@@ -21,7 +35,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
 }
 
 int replaceFile(const std::filesystem::path& file, std::string_view content, mode_t permissions) {
-    std::string temporary = file.string() + ".XXXXXX";
+    std::string temporary = file.string() + "." + std::string(kRandomPart);
     const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!descriptor.isOpen())
         return errno;
@@ -37,6 +51,16 @@ int replaceFile(const std::filesystem::path& file, std::string_view content, mod
     if (folder.isOpen())
         ::fsync(folder.number());
     return 0;
+}
+
+void removeAbandonedFilesBeside(const std::filesystem::path& file) {
+    const std::string name = file.filename().string();
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(file.parent_path(), error), end; !error && entry != end;
+         entry.increment(error))
+        if (std::error_code unknown; isTemporaryNameOf(name, entry->path().filename().string()) &&
+                                     entry->symlink_status(unknown).type() == std::filesystem::file_type::regular)
+            ::unlink(entry->path().c_str());
 }
 
 } // namespace toolkit

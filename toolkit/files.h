@@ -37,4 +37,8 @@ CV_TOOLKIT_EXPORT bool writeAll(int descriptor, std::string_view bytes);
 /// it answers. 0, or the system's error number, and the file as it was.
 CV_TOOLKIT_EXPORT int replaceFile(const std::filesystem::path& file, std::string_view content, mode_t permissions);
 
+/// Removes what processes that were killed in replaceFile() left beside the file. Only for who holds a lock that every
+/// process takes that replaces this file: the temporary file of another one would go too. What cannot be removed stays.
+CV_TOOLKIT_EXPORT void removeAbandonedFilesBeside(const std::filesystem::path& file);
+
 } // namespace toolkit

@@ -128,6 +128,8 @@ bool FileUserDefaults::writeDomain(const std::string& name, const ValueMap& chan
     std::filesystem::path target = std::filesystem::canonical(file, error); // a link stays a link to the user's place
     if (error)
         target = file;
+    if (!std::filesystem::is_symlink(file, error)) // beside a link's target the lock counts for nothing
+        removeAbandonedFilesBeside(target);
     if (const int failure = replaceFile(target, jsonFromValue(stored.values).dump(2) + "\n", kOwnersOnly); failure != 0)
         return fail("writing", failure);
     return true;

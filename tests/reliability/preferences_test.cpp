@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -41,9 +42,11 @@ protected:
     [[nodiscard]] std::optional<ValueMap> stored() const {
         return FileUserDefaults(folder()).persistentDomainForName(kDomain);
     }
-    [[nodiscard]] std::size_t filesInTheFolder() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(folder()), std::filesystem::directory_iterator()));
+    [[nodiscard]] std::set<std::string> filesInTheFolder() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder()))
+            names.insert(entry.path().filename());
+        return names;
     }
 
     ScratchFolder scratch;
@@ -52,7 +55,7 @@ protected:
 TEST_F(Preferences, ADiskThatFillsUpAtAnyByteLeavesTheOldFileWhole) {
     ASSERT_TRUE(storeAnswer("Landscape Instruction", false));
     const std::string before = contentsOf(file());
-    const std::size_t files = filesInTheFolder();
+    const std::set<std::string> files = filesInTheFolder();
     const std::size_t needed = before.size() + std::string(",\n  \"Portrait Instruction\": false").size();
     for (std::size_t room = 0; room < needed; ++room) {
         SCOPED_TRACE(room);
@@ -133,7 +136,7 @@ TEST_F(Preferences, TwoProcessesThatWriteAtOnceLoseNothingAndAReaderNeverSeesHal
     RecordProperty("reads", reads);
 }
 
-TEST_F(Preferences, AProcessThatIsKilledWhileItWritesLeavesAWholeFile) {
+TEST_F(Preferences, AProcessThatIsKilledWhileItWritesLeavesAWholeFileAndNothingForLong) {
     constexpr int kKilled = 40;
     ASSERT_TRUE(storeAnswer("first", true));
     for (int round = 0; round < kKilled; ++round) {
@@ -152,6 +155,8 @@ TEST_F(Preferences, AProcessThatIsKilledWhileItWritesLeavesAWholeFile) {
         EXPECT_EQ(json["first"], true);
     }
     EXPECT_TRUE(storeAnswer("last", true)); // a lock ends with its process
+    // and what the killed ones were writing goes
+    EXPECT_EQ(filesInTheFolder(), (std::set<std::string>{kFile, std::string(kFile) + ".lock"}));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/scratch_folder.h"
 
+#include <functional>
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <nlohmann/json.hpp>
@@ -40,6 +41,15 @@ protected:
             domain.insert_or_assign(key, std::move(value));
             other.setPersistentDomainForName(std::move(domain), kDomain);
             return other.synchronize();
+        }));
+    }
+    // Whether the work succeeds for a user whom the files' permissions bind: root writes everywhere.
+    static bool succeedsForAnOrdinaryUser(const std::function<bool()>& work) {
+        constexpr uid_t kNobody = 65534;
+        return succeeded(startProcess([&] {
+            if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+                return false;
+            return work();
         }));
     }
     [[nodiscard]] std::set<std::string> filesBesideTheLock() const {
@@ -253,15 +263,47 @@ TEST_F(FileDefaults, AReadOnlyFolderIsReportedAndItsFileStays) {
     std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
     std::filesystem::permissions(file(), std::filesystem::perms(0644));
     std::filesystem::permissions(folder(), std::filesystem::perms(0555));
-    constexpr uid_t kNobody = 65534; // root writes everywhere
-    EXPECT_TRUE(succeeded(startProcess([this] {
-        if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
-            return false;
+    EXPECT_TRUE(succeedsForAnOrdinaryUser([this] {
         const bool read = defaults.persistentDomainForName(kDomain) == ValueMap{{"a", Value(1)}};
         return read && !store({{"a", Value(2)}}) && defaults.lastError().find(file().string()) != std::string::npos;
-    })));
+    }));
     EXPECT_EQ(contentsOf(file()), R"({"a":1})");
     std::filesystem::permissions(folder(), std::filesystem::perms(0755));
+}
+
+TEST_F(FileDefaults, AReadOnlyFileInAWritableFolderIsReplacedByAWritableOne) {
+    writeFile(R"({"a":1})");
+    std::filesystem::permissions(scratch.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(file(), std::filesystem::perms(0444));
+    std::filesystem::permissions(folder(), std::filesystem::perms(0777));
+    EXPECT_TRUE(succeedsForAnOrdinaryUser([this] { return store({{"a", Value(2)}}); }));
+    EXPECT_EQ(fileAsJson(), nlohmann::json({{"a", 2}}));
+    EXPECT_EQ(std::filesystem::status(file()).permissions(), std::filesystem::perms(0600));
+}
+
+TEST_F(FileDefaults, WhatAKilledProcessLeftGoesWithTheNextWritingAndNothingElseDoes) {
+    const std::string name = file().filename();
+    std::set<std::string> others = {name + ".damaged",      name + ".short",  name + ".longer7",
+                                    name + ".not-me",       name + "_AbC123", "AbC123",
+                                    "x" + name + ".AbC123", name + ".a.json", "com.corvane.other.json.AbC123"};
+    for (const std::string& other : others)
+        scratch.write(std::filesystem::path("corvane-print") / other, "other");
+    std::filesystem::create_directory(folder() / (name + ".folder"));
+    std::filesystem::create_symlink(folder() / "AbC123", folder() / (name + ".a1link"));
+    for (const char* random : {".AbC123", ".zzzzzz", ".000000", ".AZaz09"})
+        scratch.write(std::filesystem::path("corvane-print") / (name + random), "{");
+    ASSERT_TRUE(store({{"a", Value(1)}}));
+    others.insert({name, name + ".folder", name + ".a1link"});
+    EXPECT_EQ(filesBesideTheLock(), others);
+}
+
+TEST_F(FileDefaults, BesideTheTargetOfALinkNothingIsRemoved) { // another process may write there under another lock
+    scratch.write("elsewhere/preferences.json", "{}");
+    scratch.write("elsewhere/preferences.json.AbC123", "{");
+    std::filesystem::create_directories(folder());
+    std::filesystem::create_symlink(scratch.path() / "elsewhere/preferences.json", file());
+    ASSERT_TRUE(store({{"a", Value(1)}}));
+    EXPECT_TRUE(std::filesystem::exists(scratch.path() / "elsewhere/preferences.json.AbC123"));
 }
 
 TEST_F(FileDefaults, TheFileIsTheUsersAlone) {
