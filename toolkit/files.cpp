@@ -10,14 +10,16 @@
 namespace toolkit {
 namespace {
 
-constexpr std::string_view kRandomPart = "XXXXXX"; // letters and digits, once the file is made
+// Of a file that is being written. The X become letters and digits.
+constexpr std::string_view kPart = ".part-", kRandom = "XXXXXX";
 
 bool isTemporaryNameOf(std::string_view file, std::string_view name) {
     const auto isLetterOrDigit = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
     };
-    return name.size() == file.size() + 1 + kRandomPart.size() && name.starts_with(file) && name[file.size()] == '.' &&
-           std::ranges::all_of(name.substr(file.size() + 1), isLetterOrDigit);
+    const std::size_t random = file.size() + kPart.size();
+    return name.size() == random + kRandom.size() && name.starts_with(file) &&
+           name.substr(file.size()).starts_with(kPart) && std::ranges::all_of(name.substr(random), isLetterOrDigit);
 }
 
 } // namespace
@@ -35,7 +37,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
 }
 
 int replaceFile(const std::filesystem::path& file, std::string_view content, mode_t permissions) {
-    std::string temporary = file.string() + "." + std::string(kRandomPart);
+    std::string temporary = file.string() + std::string(kPart) + std::string(kRandom);
     const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!descriptor.isOpen())
         return errno;

@@ -283,27 +283,33 @@ TEST_F(FileDefaults, AReadOnlyFileInAWritableFolderIsReplacedByAWritableOne) {
 
 TEST_F(FileDefaults, WhatAKilledProcessLeftGoesWithTheNextWritingAndNothingElseDoes) {
     const std::string name = file().filename();
-    std::set<std::string> others = {name + ".damaged",      name + ".short",  name + ".longer7",
-                                    name + ".not-me",       name + "_AbC123", "AbC123",
-                                    "x" + name + ".AbC123", name + ".a.json", "com.corvane.other.json.AbC123"};
+    std::set<std::string> others = {name + ".damaged",
+                                    name + ".backup",
+                                    name + ".part-short",
+                                    name + ".part-longer7",
+                                    name + ".part-not-me",
+                                    name + "_part-AbC123",
+                                    "part-AbC123",
+                                    "x" + name + ".part-AbC123",
+                                    "com.corvane.other.json.part-AbC123"};
     for (const std::string& other : others)
         scratch.write(std::filesystem::path("corvane-print") / other, "other");
-    std::filesystem::create_directory(folder() / (name + ".folder"));
-    std::filesystem::create_symlink(folder() / "AbC123", folder() / (name + ".a1link"));
-    for (const char* random : {".AbC123", ".zzzzzz", ".000000", ".AZaz09"})
+    std::filesystem::create_directory(folder() / (name + ".part-folder"));
+    std::filesystem::create_symlink(folder() / "part-AbC123", folder() / (name + ".part-a1link"));
+    for (const char* random : {".part-AbC123", ".part-zzzzzz", ".part-000000", ".part-AZaz09"})
         scratch.write(std::filesystem::path("corvane-print") / (name + random), "{");
     ASSERT_TRUE(store({{"a", Value(1)}}));
-    others.insert({name, name + ".folder", name + ".a1link"});
+    others.insert({name, name + ".part-folder", name + ".part-a1link"});
     EXPECT_EQ(filesBesideTheLock(), others);
 }
 
 TEST_F(FileDefaults, BesideTheTargetOfALinkNothingIsRemoved) { // another process may write there under another lock
     scratch.write("elsewhere/preferences.json", "{}");
-    scratch.write("elsewhere/preferences.json.AbC123", "{");
+    scratch.write("elsewhere/preferences.json.part-AbC123", "{");
     std::filesystem::create_directories(folder());
     std::filesystem::create_symlink(scratch.path() / "elsewhere/preferences.json", file());
     ASSERT_TRUE(store({{"a", Value(1)}}));
-    EXPECT_TRUE(std::filesystem::exists(scratch.path() / "elsewhere/preferences.json.AbC123"));
+    EXPECT_TRUE(std::filesystem::exists(scratch.path() / "elsewhere/preferences.json.part-AbC123"));
 }
 
 TEST_F(FileDefaults, TheFileIsTheUsersAlone) {
