@@ -22,12 +22,11 @@ constexpr Adjustment kAdjustments[] = {
     {"CVBlue", "com.corvane.print.PrintSettings.CEV_Blue", "blueSlider", "blueField", true},
 };
 
-// Controls that stand for no option, or for one in Japanese only, and the buttons of alert windows: never disabled.
+// Controls that stand for no option, and the buttons of alert windows: never disabled.
 constexpr std::string_view kAlwaysEnabled[] = {
     "optionButton",
     "helpButton",
     "advancedTableView",
-    "vertLineAlignQT22Button",
     "customPaperAlertCancelButton",
     "customPaperAlertOKButton",
     "envAlertCancelButton",
@@ -64,18 +63,23 @@ bool contains(const std::vector<std::string>& list, const std::string& word) {
 }
 
 // Where the pending choice is not the marked one. After a round it always is.
-std::string_view reasonOfPending(const WalkedDialog& dialog, const Bound& bound, Moment moment) {
-    if (moment == Moment::AfterRound)
+std::string_view reasonOfPending(const WalkedDialog& dialog, const Bound& bound, const Moment& moment) {
+    if (moment.afterRound)
         return "";
-    if (bound.key == "CVBiDir")
+    if (bound.key == "CVBiDir" && (moment.newPaper || moment.biDirStored))
         return "a new paper stores bi-directional printing without asking for it, until the next restore";
     if (bound.key == "CVColorEnhancement" && dialog.pending(kColor, bound.key) == "OFF")
         return "reverting switches the enhancement off as pending only, until the next reading or restore";
     return "";
 }
 
+// What a pop-up of the Print Settings panel shows.
+std::string popupKeyword(const WalkedDialog& dialog, std::string_view name) {
+    return dialog.view<toolkit::PopUpList>(kPrint, name).selectedKeyword().value_or("");
+}
+
 std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, const std::string& pending,
-                               const std::string& onScreen, Moment moment) {
+                               const std::string& onScreen, const Moment& moment) {
     const auto& control = dialog.view<toolkit::Control>(bound.panel, bound.control);
     const bool isBox = dynamic_cast<const toolkit::CheckBox*>(&control) != nullptr;
     if (bound.key == "CVMediaType" && pending == "PlainDuplex" && onScreen == "Plain")
@@ -85,12 +89,17 @@ std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, c
     if (bound.key == "CVMediaType" && pending == "HagakiUra" && onScreen == "Glossy" &&
         dialog.view<toolkit::PopUpList>(kPrint, bound.control).indexOfItemWithKeyword(pending) < 0)
         return "a postcard that is not listed is shown as glossy paper, also where the printer refuses glossy paper";
-    if (moment == Moment::AfterRound)
+    if (moment.afterRound)
         return "";
     if (bound.key == "CVMediaType" && pending == "PlainDuplex" && isTwoSided(dialog))
         return "in a two-sided job every medium is read as the two-sided plain paper, until the next restore";
-    if (bound.key == "CVHalfTonePattern")
+    if (bound.key == "CVHalfTonePattern" &&
+        (pending == (popupKeyword(dialog, "mediaTypePopup") == "Plain" ? "Dither" : "Diffusion") ||
+         pending == moment.halfToneWaiting))
         return "a new medium marks the half-tone; its pop-up shows it with the next update of its panel";
+    if (bound.key == "CVHalfTonePattern" && pending == "Dither" && moment.newPaper &&
+        isBorderless(dialog.paperName()) && popupKeyword(dialog, "mediaTypePopup") == "HagakiAtena")
+        return "where a borderless paper forbids the quality, plain paper is shown while the half-tone is marked";
     if (bound.key == "CVBiDir" && !control.isEnabled() && onScreen == "OFF")
         return "rules switch the bi-directional box off; its state becomes pending with the next reading";
     if (bound.key == "CVColorEnhancement" && pending == "OFF")
@@ -98,7 +107,7 @@ std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, c
     if (bound.key == "CVResolution" &&
         dialog.view<toolkit::PopUpList>(kPrint, bound.control).indexOfItemWithKeyword(pending) < 0)
         return "a quality that is not offered is not shown; what is shown becomes pending with the next reading";
-    if (moment == Moment::ControlsAhead)
+    if (moment.controlsAhead)
         return "what a rule wanted was refused, or not asked for: the control shows it until the next reading or "
                "restore";
     return "";
@@ -107,15 +116,11 @@ std::string_view reasonOfShown(const WalkedDialog& dialog, const Bound& bound, c
 // What the rules on disabled controls look at.
 struct Surroundings {
     explicit Surroundings(const WalkedDialog& dialog)
-        : paper(dialog.paperName()), media(popup(dialog, "mediaTypePopup")), quality(popup(dialog, "resolutionPopup")),
-          fax(isFax(dialog)), borderless(isBorderless(paper)),
+        : paper(dialog.paperName()), media(popupKeyword(dialog, "mediaTypePopup")),
+          quality(popupKeyword(dialog, "resolutionPopup")), fax(isFax(dialog)), borderless(isBorderless(paper)),
           matching(dialog.setting(printing::kColorMatchingModeKey) != "AP_ApplicationColorMatching"),
           enhanced(matching && dialog.pending(kColor, "CVColorEnhancement") == "ON"),
           mono((dialog.flags(kColor) & kImageModeMonochrome) != 0) {}
-
-    static std::string popup(const WalkedDialog& dialog, std::string_view name) {
-        return dialog.view<toolkit::PopUpList>(kPrint, name).selectedKeyword().value_or("");
-    }
 
     std::string paper, media, quality; // the last two as shown
     bool fax, borderless, matching, enhanced, mono;
@@ -135,6 +140,8 @@ std::string_view disablingRule(const WalkedDialog& dialog, const Surroundings& n
     };
     if (std::ranges::find(kAlwaysEnabled, name) != std::end(kAlwaysEnabled))
         return "";
+    if (name == "vertLineAlignQT22Button" && !dialog.isJapanese())
+        return ""; // it stands for no option then
     if (now.fax)
         return "fax output";
     if (name == "biDirButton") {
@@ -163,11 +170,12 @@ std::string_view disablingRule(const WalkedDialog& dialog, const Surroundings& n
 }
 
 // Why a control is disabled although no rule says so.
-std::string_view reasonOfDisabled(const WalkedDialog& dialog, const Surroundings& now, std::string_view name) {
+std::string_view reasonOfDisabled(const WalkedDialog& dialog, const Surroundings& now, std::string_view name,
+                                  const Moment& moment) {
     if (name == "slowDryButton" && dialog.pending(kPrint, "CVMediaType") == "Transparencies")
         return "no slow drying on the pending medium, which is shown as another after a refusal";
-    if (name == "slowDryButton" && now.borderless && (dialog.flags(kPrint) & kImageModeSlowDryingDisabled) != 0)
-        return "no slow drying since transparencies gave way to borderless paper";
+    if (name == "slowDryButton" && now.borderless && moment.controlsAhead && moment.transparenciesRemained)
+        return "no slow drying since transparencies, after a refusal, gave way to borderless paper";
     return "";
 }
 
@@ -207,7 +215,7 @@ std::vector<Finding> forbiddenCombinations(const WalkedDialog& dialog) {
     return findings;
 }
 
-std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment) {
+std::vector<Finding> disagreements(const WalkedDialog& dialog, const Moment& moment) {
     std::vector<Finding> findings;
     for (const Bound& bound : kBound) {
         const std::string marked = dialog.marked(bound.key), pending = dialog.pending(bound.panel, bound.key);
@@ -230,30 +238,46 @@ std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment) {
                 findings.push_back({std::string(control) + " shows " + onScreen + " and " + stored + " is stored", ""});
         }
         if (pending != stored)
-            findings.push_back(
-                {key + " is stored as " + stored + " and pending as " + pending,
-                 moment == Moment::AfterRound ? "" : "an adjustment is pending from the next saving on"});
+            findings.push_back({key + " is stored as " + stored + " and pending as " + pending,
+                                moment.afterRound ? "" : "an adjustment is pending from the next saving on"});
         if (const std::string inJob = dialog.setting(each.setting).value_or("0"); inJob != pending)
             findings.push_back({key + " is pending as " + pending + " and " + inJob + " in the print settings",
-                                moment == Moment::AfterRound ? "" : "reverting sets the adjustments as pending only"});
+                                moment.afterRound ? "" : "reverting sets the adjustments as pending only"});
     }
     return findings;
 }
 
-std::vector<Finding> disabledControls(const WalkedDialog& dialog, Moment moment) {
+Moment momentBeforeAction(const WalkedDialog& dialog) {
+    Moment moment;
+    moment.biDirStored = dialog.pending(kPrint, "CVBiDir") != dialog.marked("CVBiDir");
+    if (!showsPendingChoice(dialog, "ditherPopup"))
+        moment.halfToneWaiting = dialog.pending(kColor, "CVHalfTonePattern");
+    constexpr std::string_view kSlowDrying = "slowDryButton";
+    moment.transparenciesRemained = dialog.pending(kPrint, "CVMediaType") == "Transparencies" ||
+                                    (!dialog.view<toolkit::Control>(kPrint, kSlowDrying).isEnabled() &&
+                                     disablingRule(dialog, Surroundings(dialog), kSlowDrying).empty());
+    return moment;
+}
+
+bool showsPendingChoice(const WalkedDialog& dialog, std::string_view control) {
+    const auto* bound = std::ranges::find(kBound, control, &Bound::control);
+    return bound != std::end(kBound) && shown(dialog.view<toolkit::Control>(bound->panel, bound->control),
+                                              bound->key) == dialog.pending(bound->panel, bound->key);
+}
+
+std::vector<Finding> disabledControls(const WalkedDialog& dialog, const Moment& moment) {
     std::vector<Finding> findings;
     const Surroundings now(dialog);
     for (const Which which : kPanels)
         for (const toolkit::Control* control : dialog.controls(which)) {
             const std::string& name = control->name();
             const std::string_view rule = disablingRule(dialog, now, name);
-            const std::string_view delay =
-                moment == Moment::AfterRound ? std::string_view() : reasonOfDelay(dialog, now, name);
+            const std::string_view delay = moment.afterRound ? std::string_view() : reasonOfDelay(dialog, now, name);
             if (control->isEnabled()) {
                 if (!rule.empty())
                     findings.push_back({name + " is enabled in spite of a rule: " + std::string(rule), delay});
             } else {
-                const std::string_view reason = rule.empty() ? reasonOfDisabled(dialog, now, name) : rule;
+                const std::string_view reason = rule.empty() ? reasonOfDisabled(dialog, now, name, moment) : rule;
                 findings.push_back({name + " is disabled", reason.empty() ? delay : reason});
             }
             const auto* popup = dynamic_cast<const toolkit::PopUpList*>(control);

@@ -41,16 +41,30 @@ struct Finding {
 /// states after a complete round: saved, restored, summarised.
 std::vector<Finding> forbiddenCombinations(const WalkedDialog& dialog);
 
-/// What came before the state that is looked at. Controls are ahead of the pending choices, until the next round, after
-/// a refusal, and after a medium was marked elsewhere, which moves controls without reading them back.
-enum class Moment { AfterAction, ControlsAhead, AfterRound };
+/// What came before the state that is looked at.
+struct Moment {
+    bool afterRound = false; ///< a complete one; nothing else came then
+    /// Until the next round, controls are ahead of the pending choices after a refusal, and after a medium was marked
+    /// elsewhere, which moves controls without reading them back.
+    bool controlsAhead = false;
+    bool newPaper = false;               ///< the action was one
+    bool biDirStored = false;            ///< before the action it was pending without being marked
+    std::string halfToneWaiting = {};    ///< pending before the action, while its pop-up showed another
+    bool transparenciesRemained = false; ///< before the action they were pending, or had left slow drying disabled
+};
+
+/// What an action that is done now finds.
+Moment momentBeforeAction(const WalkedDialog& dialog);
 
 /// Options whose pending choice is not the marked one, and options whose control shows another than the pending one. Of
 /// the adjustments, controls, stored and pending values and print settings.
-std::vector<Finding> disagreements(const WalkedDialog& dialog, Moment moment);
+std::vector<Finding> disagreements(const WalkedDialog& dialog, const Moment& moment);
+
+/// Whether this control of an option shows the pending choice. False for every other control.
+bool showsPendingChoice(const WalkedDialog& dialog, std::string_view control);
 
 /// Disabled controls and items, with the rule that disables them, and enabled ones that a rule disables. A state must
 /// name a reason for each.
-std::vector<Finding> disabledControls(const WalkedDialog& dialog, Moment moment);
+std::vector<Finding> disabledControls(const WalkedDialog& dialog, const Moment& moment);
 
 } // namespace reliability

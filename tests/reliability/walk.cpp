@@ -84,9 +84,12 @@ private:
     int doAction(const Snapshot& state, std::int16_t action, std::int16_t refused) {
         Step step{.from = left_, .action = action, .refused = refused};
         put(state);
+        const Action& done = plan_.actions[static_cast<std::size_t>(action)];
+        Moment moment = momentBeforeAction(dialog_);
+        const bool refusesUser = refused == 0 && showsPendingChoice(dialog_, done.control);
         dialog_.refuseAt(refused == kNotRefused ? std::nullopt : std::optional<int>(refused));
         try {
-            if (!plan_.actions[static_cast<std::size_t>(action)].run(dialog_))
+            if (!done.run(dialog_))
                 return 0;
         } catch (const std::exception& error) {
             fault(error.what(), step);
@@ -99,20 +102,32 @@ private:
         result_.requests += static_cast<std::size_t>(requests);
         for (const std::string& each : dialog_.faults())
             fault(each, step);
-        step.controlsAhead = steps_[left_].controlsAhead || dialog_.wasRefused() ||
-                             plan_.actions[static_cast<std::size_t>(action)].leavesControlsAhead;
-        const Moment moment = step.controlsAhead ? Moment::ControlsAhead : Moment::AfterAction;
+        step.controlsAhead = steps_[left_].controlsAhead || dialog_.wasRefused() || done.leavesControlsAhead;
+        moment.controlsAhead = step.controlsAhead;
+        moment.newPaper = done.changesPaper;
         note(disagreements(dialog_, moment), step);
         note(disabledControls(dialog_, moment), step);
         current_ = dialog_.capture();
         reached(current_, step);
+        if (refusesUser)
+            saveAfterRefusal(step);
         return requests;
+    }
+
+    // What a user was refused is not marked, and does not wait on screen to be marked by the next saving. A restore may
+    // mark it: there a rule may want the same, as with bi-directional printing.
+    void saveAfterRefusal(const Step& step) {
+        dialog_.saveAll();
+        current_.clear();
+        if (dialog_.firstRefusedIsMarked())
+            fault("a choice that was refused is marked with the next saving", step);
     }
 
     // A complete round, and further ones until nothing changes any more.
     void doRound(const Snapshot& state) {
         const Step step{.from = left_, .action = kRound};
         put(state);
+        const Moment moment{.afterRound = true};
         const std::vector<std::int64_t> entered = dialog_.adjustments();
         Snapshot before = state;
         for (int rounds = 1;; ++rounds) {
@@ -125,8 +140,8 @@ private:
             if (dialog_.adjustments() != entered)
                 fault("a round changed an adjustment", step);
             note(forbiddenCombinations(dialog_), step);
-            note(disagreements(dialog_, Moment::AfterRound), step);
-            note(disabledControls(dialog_, Moment::AfterRound), step);
+            note(disagreements(dialog_, moment), step);
+            note(disabledControls(dialog_, moment), step);
             current_ = dialog_.capture();
             if (rounds == 1)
                 reached(current_, step);
@@ -224,13 +239,14 @@ Actions operator+(Actions one, const Actions& other) {
 Actions choosing(Which panel, const std::string& control, const std::vector<std::string>& choices) {
     Actions actions;
     for (const std::string& choice : choices)
-        actions.push_back(
-            {control + " " + choice, [=](WalkedDialog& dialog) { return dialog.choose(panel, control, choice); }});
+        actions.push_back({.name = control + " " + choice,
+                           .run = [=](WalkedDialog& dialog) { return dialog.choose(panel, control, choice); },
+                           .control = control});
     return actions;
 }
 
 Actions toggling(Which panel, const std::string& box) {
-    return {{box, [=](WalkedDialog& dialog) { return dialog.toggle(panel, box); }}};
+    return {{.name = box, .run = [=](WalkedDialog& dialog) { return dialog.toggle(panel, box); }, .control = box}};
 }
 
 Actions entering(const std::string& field, const std::vector<int>& values) {
@@ -251,9 +267,11 @@ Action hosts(std::string name, std::function<void(WalkedDialog&)> run) {
 
 Actions papers(std::size_t count = WalkedDialog::papers().size()) {
     Actions actions;
-    for (std::size_t index = 0; index < count; ++index)
+    for (std::size_t index = 0; index < count; ++index) {
         actions.push_back(hosts("paper " + *WalkedDialog::papers()[index].name,
                                 [=](WalkedDialog& dialog) { dialog.setPaper(index); }));
+        actions.back().changesPaper = true;
+    }
     return actions;
 }
 
@@ -292,6 +310,7 @@ std::vector<WalkPlan> walkPlans() {
                                                   "CorvaneGlossyR", "Glossy", "Transparencies"};
     const Actions media = choosing(kPrint, "mediaTypePopup", listedMedia);
     const Actions fewerMedia = choosing(kPrint, "mediaTypePopup", {"Plain", "Inkjet", "Glossy", "Transparencies"});
+    const Actions postcards = choosing(kPrint, "mediaTypePopup", {"HagakiAtena", "HagakiUra"}); // listed in Japanese
     const Actions qualities =
         choosing(kPrint, "resolutionPopup", {"PlainFast", "PlainNormal", "High", "Best", "Fast", "Normal", "Photo"});
     const Actions thickness = choosing(kPrint, "paperThickPopup", {"Regular", "Env"});
@@ -329,15 +348,14 @@ std::vector<WalkPlan> walkPlans() {
                      .actions = mode + toggling(kColor, "colorEnhanceButton") + adjustments + revert + output()});
     plans.push_back({.name = "postcards",
                      .languages = {"ja"},
-                     .actions = choosing(kPrint, "mediaTypePopup",
-                                         {"Plain", "HagakiAtena", "HagakiUra", "Glossy", "Transparencies"}) +
+                     .actions = postcards + choosing(kPrint, "mediaTypePopup", {"Plain", "Glossy", "Transparencies"}) +
                                 qualities + boxes + mode + papers() + twoSided});
-    plans.push_back({.name = "everything",
-                     .actions = media + qualities + thickness + feed + mode + boxes + mirror + colorOptions +
-                                adjustments + revert + disclosures + papers() +
-                                marking("Duplex", {"None", "DuplexNoTumble", "DuplexTumble"}) + mediaElsewhere +
-                                output() + colorMatchingModes() + showing(),
-                     .refusals = true});
+    const Actions everything = media + qualities + thickness + feed + mode + boxes + mirror + colorOptions +
+                               adjustments + revert + disclosures + papers() +
+                               marking("Duplex", {"None", "DuplexNoTumble", "DuplexTumble"}) + mediaElsewhere +
+                               output() + colorMatchingModes() + showing();
+    plans.push_back({.name = "everything", .actions = everything, .refusals = true});
+    plans.push_back({.name = "japanese", .languages = {"ja"}, .actions = postcards + everything, .refusals = true});
     return plans;
 }
 

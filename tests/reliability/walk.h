@@ -16,6 +16,8 @@ struct Action {
     std::string name;
     std::function<bool(WalkedDialog&)> run;
     bool leavesControlsAhead = false; ///< see Moment
+    bool changesPaper = false;
+    std::string control = {}; ///< what a user chooses with; empty: it is no option's
 };
 
 /// A walk: which actions take part, and what bounds it.

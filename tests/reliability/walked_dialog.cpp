@@ -81,7 +81,7 @@ const std::vector<printing::Paper>& WalkedDialog::papers() {
     return all;
 }
 
-WalkedDialog::WalkedDialog(std::vector<std::string> languages) {
+WalkedDialog::WalkedDialog(std::vector<std::string> languages) : isJapanese_(languages.front() == "ja") {
     std::string error;
     host::SessionOptions options;
     options.plugIn = host::PlugIn::load(std::string(CV_BINARY_DIR) + "/PlugIns/CVInkQuality12.plugin", error);
@@ -218,6 +218,7 @@ void WalkedDialog::refuseAt(std::optional<int> number) {
     asked_ = 0;
     refuseAt_ = number;
     wasRefused_ = false;
+    firstRefused_.reset();
     marksAtRefusal_.reset();
     faults_.clear();
     (void)session_->takeRecord(); // it grows otherwise
@@ -229,6 +230,8 @@ std::optional<std::string> WalkedDialog::filter(const std::string& option, const
     if (asked_ > kMostRequests)
         throw std::runtime_error("The panels ask without end.");
     const bool refused = asked_++ == refuseAt_;
+    if (refused && refuseAt_ == 0 && marked(option) != choice)
+        firstRefused_ = {option, choice};
     if (refused || (marked(option) != choice && !description_->conflictsOf(option, choice).empty())) {
         wasRefused_ = true;
         marksAtRefusal_ = allMarks();

@@ -48,6 +48,8 @@ public:
     void setOutput(const std::string& choice);
     void setColorMatchingMode(const std::string& mode);
     void bringToFront(Which panel);
+    /// Saves both panels.
+    void saveAll();
     /// Saves, restores and summarises both panels.
     void round();
 
@@ -58,6 +60,11 @@ public:
     [[nodiscard]] const std::vector<std::string>& faults();
     /// Whether a request was refused since then.
     [[nodiscard]] bool wasRefused() const { return wasRefused_; }
+    /// Whether request 0 was to be refused, asked for another choice than the marked one, and this choice is marked
+    /// now.
+    [[nodiscard]] bool firstRefusedIsMarked() const {
+        return firstRefused_ && marked(firstRefused_->option) == firstRefused_->choice;
+    }
 
     // A look at it.
     [[nodiscard]] std::string marked(std::string_view option) const;
@@ -68,6 +75,7 @@ public:
     [[nodiscard]] std::uint32_t flags(Which panel) const { return panels()[panel]->imageModeFlag(); }
     [[nodiscard]] const std::vector<std::string>& keys(Which panel) const { return sides_[panel].keys; }
     [[nodiscard]] std::string paperName() const;
+    [[nodiscard]] bool isJapanese() const { return isJapanese_; }
     [[nodiscard]] std::optional<std::string> setting(std::string_view key) const;
     template <typename Kind>
     [[nodiscard]] Kind& view(Which panel, std::string_view name) const {
@@ -88,6 +96,10 @@ public:
     void openHelp(std::string_view anchor, std::string_view book) override;
 
 private:
+    struct Request {
+        std::string option, choice;
+    };
+
     struct Side {
         std::vector<std::string> keys;   // managed options
         std::vector<std::string> stored; // keys of effectContent
@@ -97,7 +109,6 @@ private:
 
     [[nodiscard]] const framework::PanelList& panels() const { return session_->panels(); }
     std::optional<std::string> filter(const std::string& option, const std::string& choice);
-    void saveAll();
     void restoreAll();
     void showAll();
     void compareMarksWithThoseAtTheRefusal();
@@ -110,10 +121,12 @@ private:
     std::shared_ptr<host::Session> session_;
     std::array<Side, 2> sides_;
     std::vector<std::string> options_; // whose marks belong to the state
+    bool isJapanese_;
     std::size_t paper_ = 0;
     int asked_ = 0;
     bool wasRefused_ = false;
     std::optional<int> refuseAt_;
+    std::optional<Request> firstRefused_;
     std::optional<std::vector<std::string>> marksAtRefusal_;
     std::vector<std::string> faults_;
 };
