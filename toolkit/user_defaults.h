@@ -40,8 +40,9 @@ private:
 /// Preferences in one JSON file per domain, `<folder>/<domain>.json`. A file is replaced whole (temporary file, sync,
 /// rename), under a lock against other processes; entries that another process wrote meanwhile are kept, unless this
 /// one changed them too. What a process left that was killed while it wrote goes with the next writing, unless the file
-/// is a link. The file's permissions are the user's alone after each writing, also where it was read-only. A file that
-/// is no JSON object counts as empty and is set aside as `<domain>.json.damaged` before the first writing.
+/// is a link. (Who reaches the same file by a link in another folder holds another lock; its writing may fail then,
+/// which is reported.) The file's permissions are the user's alone after each writing, also where it was read-only. A
+/// file that is no JSON object counts as empty and is set aside as `<domain>.json.damaged` before the first writing.
 class CV_TOOLKIT_EXPORT FileUserDefaults : public UserDefaults {
 public:
     /// The folder is made when something is written first.

@@ -35,10 +35,6 @@
 namespace tests {
 namespace {
 
-QString ofUtf8(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 // A number that lies outside is shown as the end of the range.
 host::Json jsonWithinRange(const toolkit::View& model) {
     host::Json json = host::jsonFromView(model);
@@ -70,7 +66,7 @@ void SessionWindow::sessionDidOpen(host::Session& session) {
     for (const auto& panel : session.panels()) {
         auto* widget = new QWidget;
         new QVBoxLayout(widget);
-        tabs_.addTab(widget, ofUtf8(panel->panelName()));
+        tabs_.addTab(widget, QString::fromUtf8(panel->panelName()));
         pages_.push_back({.panel = panel.get(), .widget = widget, .binder = nullptr});
     }
     tabs_.show();
@@ -111,9 +107,9 @@ void SessionWindow::checkWhatIsShown() {
         if (page.binder == nullptr || page.binder->form() == nullptr)
             continue;
         for (const toolkit::View* model : host::modelsOfForm(*page.panel->loadedViews()))
-            if (const auto* widget = page.binder->form()->findChild<QWidget*>(ofUtf8(model->name())))
+            if (const auto* widget = page.binder->form()->findChild<QWidget*>(QString::fromUtf8(model->name())))
                 record_.problems << differences(jsonFromWidget(*widget), jsonWithinRange(*model),
-                                                ofUtf8(model->name()));
+                                                QString::fromUtf8(model->name()));
     }
 }
 
@@ -143,8 +139,9 @@ Widget* SessionWindow::widgetOf(const toolkit::View& model) {
         bind(page);
         tabs_.setCurrentWidget(page.widget);
         QCoreApplication::processEvents();
-        auto* widget =
-            page.binder->form() == nullptr ? nullptr : page.binder->form()->findChild<Widget*>(ofUtf8(model.name()));
+        auto* widget = page.binder->form() == nullptr
+                           ? nullptr
+                           : page.binder->form()->findChild<Widget*>(QString::fromUtf8(model.name()));
         if (widget != nullptr && !widget->isVisible())
             reveal(*widget);
         return widget != nullptr && widget->isVisible() ? widget : nullptr;
@@ -288,15 +285,16 @@ void SessionWindow::answer(const std::function<void()>& show, const std::functio
 }
 
 void SessionWindow::expect(const QString& shown, const std::string& wanted, const char* what) {
-    if (shown != ofUtf8(wanted))
-        record_.problems << QStringLiteral("An alert's %1 is \"%2\", not \"%3\".").arg(what, shown, ofUtf8(wanted));
+    if (shown != QString::fromUtf8(wanted))
+        record_.problems
+            << QStringLiteral("An alert's %1 is \"%2\", not \"%3\".").arg(what, shown, QString::fromUtf8(wanted));
 }
 
 void SessionWindow::pressAlertButton(QMessageBox& box, const std::string& text) {
     for (QAbstractButton* button : box.buttons())
-        if (button->text().remove(u'&') == ofUtf8(text))
+        if (button->text().remove(u'&') == QString::fromUtf8(text))
             return button->click();
-    record_.problems << QStringLiteral("An alert has no button \"%1\".").arg(ofUtf8(text));
+    record_.problems << QStringLiteral("An alert has no button \"%1\".").arg(QString::fromUtf8(text));
     box.reject();
 }
 
@@ -332,17 +330,18 @@ void SessionWindow::answerWindow(toolkit::Window& window, const WindowAnswer& wa
            [&](QWidget& modal) {
                expect(modal.windowTitle(), window.title(), "title");
                for (const toolkit::View* model : window.content())
-                   if (const auto* widget = modal.findChild<QWidget*>(ofUtf8(model->name())))
+                   if (const auto* widget = modal.findChild<QWidget*>(QString::fromUtf8(model->name())))
                        record_.problems << differences(jsonFromWidget(*widget), host::jsonFromView(*model),
-                                                       ofUtf8(model->name()));
+                                                       QString::fromUtf8(model->name()));
                    else
-                       record_.problems << QStringLiteral("An alert does not show %1.").arg(ofUtf8(model->name()));
+                       record_.problems
+                           << QStringLiteral("An alert does not show %1.").arg(QString::fromUtf8(model->name()));
                if (wanted.suppressionButton != nullptr) {
-                   auto* box = modal.findChild<QCheckBox*>(ofUtf8(wanted.suppressionButton->name()));
+                   auto* box = modal.findChild<QCheckBox*>(QString::fromUtf8(wanted.suppressionButton->name()));
                    if (box->isChecked() != wanted.suppressionButtonOn)
                        box->click();
                }
-               modal.findChild<QPushButton*>(ofUtf8(wanted.button->name()))->click();
+               modal.findChild<QPushButton*>(QString::fromUtf8(wanted.button->name()))->click();
            });
 }
 
